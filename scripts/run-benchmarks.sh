@@ -1,0 +1,10 @@
+#!/usr/bin/env bash
+# Runs every benchmark of a release build.
+set -euo pipefail
+build=$1
+shopt -s nullglob
+for b in "$build"/bench/bench_*; do
+    [ -x "$b" ] || continue
+    echo "== $(basename "$b")"
+    "$b"
+done

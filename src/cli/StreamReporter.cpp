@@ -1,0 +1,31 @@
+#include "StreamReporter.h"
+
+using namespace Qt::StringLiterals;
+
+void StreamReporter::error(const QString &text, const QString &)
+{
+    ++m_errors;
+    m_err << text << '\n';
+    m_err.flush();
+}
+
+void StreamReporter::warning(const QString &text, const QString &)
+{
+    m_err << text << '\n';
+    m_err.flush();
+}
+
+void StreamReporter::info(const QString &text, const QString &)
+{
+    m_out << text << '\n';
+    m_out.flush();
+}
+
+bool StreamReporter::ask(const QString &text, const QString &, Buttons buttons)
+{
+    const QString answer = m_assumeYes ? (buttons == Buttons::YesNo ? u"Yes"_s : u"OK"_s)
+                                       : (buttons == Buttons::YesNo ? u"No"_s : u"Cancel"_s);
+    m_err << text << u" ["_s << answer << u"]\n"_s;
+    m_err.flush();
+    return m_assumeYes;
+}

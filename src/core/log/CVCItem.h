@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QString>
+
+#include <vector>
+
+class LocaleFormats;
+
+// One log entry: a fuel fill-up, a maintenance job or a trip. One record class serves all
+// three; entryType says which, and each kind fills only its own fields.
+class CVCItem
+{
+public:
+    enum EntryType : qint32 { Fuel = 0, Maintenance = 1, Trip = 2 };
+
+    // Marks a record created from the main screen while its form is open.
+    static constexpr qint32 NewEntryMark = 99;
+
+    qint32 iconIndex = 0;
+    qint32 entryType = 0;
+    double odometer = 0.0;
+    quint32 entryDate = 0;
+    double economyUnit = 0.0;
+    qint32 distanceUnit = 0;
+    QString typeText;
+    QString notes;
+    QString fuelMeasure;
+    QString station;
+    QString invoice;
+    QString purpose;
+    QString destination;
+    QString contact;
+    quint32 departTime = 0;
+    quint32 arriveTime = 0;
+    quint32 reservedTime = 0;
+    qint32 temperature = 0;
+    qint32 newEntryMark = 0;
+    qint32 reserved1 = 0;
+    qint32 reserved2 = 0;
+    qint32 notFull = 0;
+    qint32 listPosition = 0;
+    double amount = 0.0;
+    double fuelQuantity = 0.0;
+    double unitPrice = 0.0;
+    double endOdometer = 0.0;
+    double economy = 0.0;
+    double parking = 0.0;
+
+    bool HasOdometer() const { return odometer >= 1.0; }
+    bool isOpenTrip() const { return entryType == Trip && endOdometer == odometer; }
+
+    bool operator==(const CVCItem &other) const = default;
+};
+
+// The open vehicle's entries in list order.
+using EntryList = std::vector<CVCItem>;

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QString>
+#include <QStringList>
+
+class QIODevice;
+
+// Red, green and blue of a colour kept in a settings file ("r,g,b").
+struct IniColor
+{
+    int red = 0;
+    int green = 0;
+    int blue = 0;
+    bool operator==(const IniColor &) const = default;
+};
+
+// The settings-file object: an in-memory UTF-16 INI file with case-sensitive names whose
+// sections and keys keep the order in which they were first met. Each owner loads its own
+// copy, and the object writes itself back to its path when destroyed.
+class IniFile
+{
+public:
+    IniFile() = default;
+    ~IniFile();
+    IniFile(const IniFile &) = delete;
+    IniFile &operator=(const IniFile &) = delete;
+
+    // Host paths. Load forgets everything first and remembers the path.
+    bool Load(const QString &path);
+    // With an empty path the remembered one is used; false when there is none or writing fails.
+    bool Save(const QString &path = QString());
+
+    bool GetString(const QString &section, const QString &key, QString &out) const;
+    void SetString(const QString &section, const QString &key, const QString &value);
+    bool GetInt(const QString &section, const QString &key, int &out) const;
+    void SetInt(const QString &section, const QString &key, int value);
+    bool GetColor(const QString &section, const QString &key, IniColor &out) const;
+    void SetColor(const QString &section, const QString &key, const IniColor &color);
+    bool DeleteKey(const QString &section, const QString &key);
+    void DeleteSection(const QString &section);
+
+    // Parsing and writing without a file, for the codec tests and the fuzzer.
+    void parse(const QByteArray &bytes);
+    QByteArray serialize() const;
+
+    QString path() const { return m_path; }
+    bool isModified() const { return m_modified; }
+    QStringList sections() const { return m_sectionOrder; }
+    QStringList keys(const QString &section) const;
+    bool hasSection(const QString &section) const { return m_sections.contains(section); }
+
+private:
+    struct Section
+    {
+        QStringList keyOrder;
+        QHash<QString, QString> values;
+    };
+
+    QString m_path;
+    QStringList m_sectionOrder;
+    QHash<QString, Section> m_sections;
+    bool m_modified = false;
+};
