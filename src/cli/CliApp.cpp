@@ -33,8 +33,7 @@ bool parseNow(const QString &text, quint32 *out)
 CliApp::CliApp(QTextStream &out, QTextStream &err)
     : m_out(out)
     , m_err(err)
-{
-}
+{ }
 
 void CliApp::setStores(SettingsStore *options, SettingsStore *preferences)
 {

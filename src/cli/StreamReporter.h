@@ -13,13 +13,13 @@ public:
         : m_out(out)
         , m_err(err)
         , m_assumeYes(assumeYes)
-    {
-    }
+    { }
 
     void error(const QString &text, const QString &title = QString()) override;
     void warning(const QString &text, const QString &title = QString()) override;
     void info(const QString &text, const QString &title = QString()) override;
-    bool ask(const QString &text, const QString &title = QString(), Buttons buttons = Buttons::YesNo) override;
+    bool ask(const QString &text, const QString &title = QString(),
+             Buttons buttons = Buttons::YesNo) override;
 
     int errorCount() const { return m_errors; }
 

@@ -10,14 +10,14 @@ class GuiReporter : public Reporter
 public:
     explicit GuiReporter(QWidget *parent = nullptr)
         : m_parent(parent)
-    {
-    }
+    { }
     void setParent(QWidget *parent) { m_parent = parent; }
 
     void error(const QString &text, const QString &title = QString()) override;
     void warning(const QString &text, const QString &title = QString()) override;
     void info(const QString &text, const QString &title = QString()) override;
-    bool ask(const QString &text, const QString &title = QString(), Buttons buttons = Buttons::YesNo) override;
+    bool ask(const QString &text, const QString &title = QString(),
+             Buttons buttons = Buttons::YesNo) override;
 
 private:
     QWidget *m_parent;

@@ -15,8 +15,8 @@ struct AppContext
     Reporter &reporter;
     const Clock &clock;
     const LocaleFormats &locale;
-    SettingsStore &optionsStore;     // Software\Quellar\Velcora (key "Options")
-    SettingsStore &preferenceStore;  // Software\Quellar\Tarvane (one key per section)
+    SettingsStore &optionsStore; // Software\Quellar\Velcora (key "Options")
+    SettingsStore &preferenceStore; // Software\Quellar\Tarvane (one key per section)
 
     Preferences preferences() const { return Preferences(preferenceStore); }
 };

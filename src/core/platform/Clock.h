@@ -24,8 +24,7 @@ class FixedClock : public Clock
 public:
     explicit FixedClock(quint32 seconds = 0)
         : m_now(seconds)
-    {
-    }
+    { }
     quint32 now() const override { return m_now; }
     void set(quint32 seconds) { m_now = seconds; }
     void advance(qint64 seconds) { m_now = static_cast<quint32>(m_now + seconds); }

@@ -27,8 +27,7 @@ DevicePaths::DevicePaths(const QString &root)
     : m_root(withSlash(QDir(root).absolutePath()))
     , m_myDocuments(m_root + u"My Documents/"_s)
     , m_sandboxed(true)
-{
-}
+{ }
 
 DevicePaths DevicePaths::fromEnvironment(const QString &rootOption)
 {

@@ -11,8 +11,7 @@ class Preferences
 public:
     explicit Preferences(SettingsStore &store)
         : m_store(store)
-    {
-    }
+    { }
 
     QString getString(const QString &section, const QString &key, const QString &defaultValue) const;
     int getInt(const QString &section, const QString &key, int defaultValue) const;

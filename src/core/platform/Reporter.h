@@ -37,7 +37,8 @@ public:
     void error(const QString &text, const QString &title = QString()) override;
     void warning(const QString &text, const QString &title = QString()) override;
     void info(const QString &text, const QString &title = QString()) override;
-    bool ask(const QString &text, const QString &title = QString(), Buttons buttons = Buttons::YesNo) override;
+    bool ask(const QString &text, const QString &title = QString(),
+             Buttons buttons = Buttons::YesNo) override;
 
     void setNextAnswer(bool answer) { m_answers.enqueue(answer); }
     const QList<Message> &messages() const { return m_messages; }
@@ -57,5 +58,8 @@ public:
     void error(const QString &, const QString & = QString()) override { }
     void warning(const QString &, const QString & = QString()) override { }
     void info(const QString &, const QString & = QString()) override { }
-    bool ask(const QString &, const QString & = QString(), Buttons = Buttons::YesNo) override { return false; }
+    bool ask(const QString &, const QString & = QString(), Buttons = Buttons::YesNo) override
+    {
+        return false;
+    }
 };
