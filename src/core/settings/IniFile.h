@@ -45,6 +45,16 @@ public:
     void parse(const QByteArray &bytes);
     QByteArray serialize() const;
 
+    // The value conversions behind GetInt, SetInt and GetColor.
+    // parseInt reads like C's atoi: white space, an optional sign, digits; 0 when there are none;
+    // out-of-range values stop at INT_MIN / INT_MAX.
+    static int parseInt(QStringView text);
+    // Digits with no sign, made as '0' + value % 10: a negative value comes out as characters
+    // below '0' (-5 gives "+", -15 gives "/+"), a quirk that is kept on purpose.
+    static QString formatInt(int value);
+    // Up to three numbers separated by ","; characters other than digits and "," are ignored.
+    static IniColor parseColor(QStringView text);
+
     QString path() const { return m_path; }
     bool isModified() const { return m_modified; }
     QStringList sections() const { return m_sectionOrder; }
