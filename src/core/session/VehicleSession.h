@@ -1,0 +1,120 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+#include "log/CVCItem.h"
+#include "log/LogScan.h"
+#include "platform/AppContext.h"
+#include "settings/VehicleSettings.h"
+
+class IniFile;
+
+// One line of the main screen's reminder list: its text and its small icon (0..7).
+struct ReminderListLine
+{
+    QString text;
+    int icon = 0;
+    bool operator==(const ReminderListLine &) const = default;
+};
+
+// A counter of the main screen: the tile numbers it shows, or "No Data".
+struct CounterState
+{
+    QList<int> tiles;
+    bool noData = true;
+    QString text; // the reading as text, for tooltips and accessibility ("12346", "30.00")
+};
+
+// What the main screen shows for the open vehicle.
+struct MainScreenFigures
+{
+    CounterState odometer;       // seven whole-number tiles
+    CounterState currentEconomy; // decimal tiles, alert set when the average is greater
+    CounterState averageEconomy;
+    bool economyAlert = false;
+    QString openTripText;        // "There are %d open trips."
+};
+
+// The program's state between start-up and exit: options, settings file, the current vehicle's
+// profile and log, the scan figures and the reminder list. The main window and the CLI drive it;
+// every rule of start-up, vehicle change, new entries and vehicle backup lives here.
+class VehicleSession
+{
+public:
+    explicit VehicleSession(AppContext &context);
+    ~VehicleSession();
+    VehicleSession(const VehicleSession &) = delete;
+    VehicleSession &operator=(const VehicleSession &) = delete;
+
+    // Start-up: options, settings location (templates copied when missing), vehicle list,
+    // profile, database open with scan and reminders. Read-only sessions (the CLI's reading
+    // commands) create what is missing but never rewrite an existing file.
+    void start(bool readOnly = false);
+    // The last start-up step: save the database, the last-done values, SetupDate and Versions.
+    void saveAfterStartup();
+    // Exit: write the options.
+    bool saveOptions();
+
+    QStringList vehicleNames() const { return m_vehicleNames; }
+    int currentVehicleIndex() const;
+    QString currentVehicleName() const { return m_currentName; }
+    // The vehicle selector's selection changed.
+    void selectVehicle(const QString &name);
+    // The selector's drop-down opened / closed (the non-standard data folder case).
+    void dropDownOpened();
+    void dropDownClosed();
+    // Reopen the database: read, scan, counters, reminders.
+    void reopen();
+
+    const VehicleSettings &vehicle() const { return m_vehicle; }
+    const TripSettings &tripSettings() const { return m_tripSettings; }
+    const EntryList &entries() const { return m_entries; }
+    const LogScan &scan() const { return m_scan; }
+    const MainScreenFigures &figures() const { return m_figures; }
+    // Top to bottom.
+    const QList<ReminderListLine> &reminders() const { return m_reminders; }
+
+    // A record for the Fuel / Repairs / Trips commands, marked new (99), at the last odometer
+    // and the program's current time.
+    CVCItem newEntry(CVCItem::EntryType type) const;
+    // After the form's OK: kept only when its odometer is at least 1.0; appended, saved, reopened.
+    bool addEntry(const CVCItem &item);
+
+    // Vehicle backup to a folder / restore from a file; messages through the reporter.
+    bool backupVehicle(const QString &folder);
+    bool restoreVehicle(const QString &file);
+    bool isBusy() const { return m_busy; }
+    // The "Full Backup: %s" / "Full Restore: %s" lines after a full backup / restore.
+    void addFullBackupLine();
+    void addFullRestoreLine();
+
+    QString dataFolder() const;
+    quint32 programNow() const { return m_now; }
+    AppContext &context() { return m_context; }
+    IniFile &settings();
+
+private:
+    void loadProfile();
+    void runScanAndReminders();
+    void resetCounters();
+
+    AppContext &m_context;
+    std::unique_ptr<IniFile> m_settings;
+    bool m_readOnly = false;
+    bool m_busy = false;
+    bool m_freshDatabase = false;
+    quint32 m_now = 0;
+    QString m_installPath;
+    QString m_currentName;
+    QStringList m_vehicleNames;
+    VehicleSettings m_vehicle;
+    TripSettings m_tripSettings;
+    EntryList m_entries;
+    LogScan m_scan;
+    MainScreenFigures m_figures;
+    QList<ReminderListLine> m_reminders;
+};
