@@ -1,0 +1,113 @@
+#include "SettingsLocator.h"
+
+#include "IniFile.h"
+#include "SettingsMessages.h"
+#include "platform/DevicePaths.h"
+#include "platform/Reporter.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+using namespace Qt::StringLiterals;
+
+SettingsLocator::SettingsLocator(const DevicePaths &paths, Reporter &reporter)
+    : m_paths(paths)
+    , m_reporter(reporter)
+{ }
+
+QString SettingsLocator::settingsDevicePath()
+{
+    return u"\\My Documents\\Tarvane Files\\Velcora.ini"_s;
+}
+
+QString SettingsLocator::listsDevicePath()
+{
+    return u"\\My Documents\\Tarvane Files\\Lists.ini"_s;
+}
+
+QString SettingsLocator::dataFolderDevicePath()
+{
+    return u"\\My Documents\\Tarvane Files\\"_s;
+}
+
+QString SettingsLocator::normaliseInstallFolder(const QString &installFolder)
+{
+    if (installFolder.isEmpty())
+        return u"\\Program Files\\Tarvane\\"_s;
+    if (installFolder.lastIndexOf(u'\\') != installFolder.size() - 1)
+        return installFolder + u'\\';
+    return installFolder;
+}
+
+QString SettingsLocator::templateFolder(const QString &installFolder) const
+{
+    QString folder = m_paths.hostPath(normaliseInstallFolder(installFolder));
+    if (!folder.endsWith(u'/'))
+        folder += u'/';
+    if (QFileInfo(folder + u"Velcora.ini"_s).isFile() && QFileInfo(folder + u"Lists.ini"_s).isFile())
+        return folder;
+    return DevicePaths::builtinInstallFolder();
+}
+
+bool SettingsLocator::copyReplacing(const QString &source, const QString &target)
+{
+    QFile in(source);
+    if (!in.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray bytes = in.readAll();
+    QSaveFile out(target);
+    if (!out.open(QIODevice::WriteOnly))
+        return false;
+    if (out.write(bytes) != bytes.size() || !out.commit())
+        return false;
+    // Templates come from read-only resources; the user's copies must be writable.
+    QFile::setPermissions(target,
+                          QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadUser
+                              | QFileDevice::WriteUser | QFileDevice::ReadGroup | QFileDevice::ReadOther);
+    return true;
+}
+
+bool SettingsLocator::locate(QString &installFolder, IniFile &settings)
+{
+    const QString settingsFile = m_paths.hostPath(settingsDevicePath());
+    const QString listsFile = m_paths.hostPath(listsDevicePath());
+    QDir().mkpath(m_paths.dataFolder());
+
+    settings.Load(settingsFile);
+
+    if (!QFileInfo::exists(listsFile)) {
+        installFolder = normaliseInstallFolder(installFolder);
+        const QString from = templateFolder(installFolder);
+        // Both files are replaced, the user's settings too: Lists.ini missing means a fresh start.
+        copyReplacing(from + u"Velcora.ini"_s, settingsFile);
+        copyReplacing(from + u"Lists.ini"_s, listsFile);
+        installFolder = dataFolderDevicePath();
+    }
+
+    if (!QFileInfo::exists(settingsFile)) {
+        installFolder = normaliseInstallFolder(installFolder);
+        m_reporter.info(SettingsMessages::lookingForConfig());
+        const QString from = templateFolder(installFolder);
+        // Copied twice in a row, as the program always has.
+        copyReplacing(from + u"Velcora.ini"_s, settingsFile);
+        copyReplacing(from + u"Velcora.ini"_s, settingsFile);
+        installFolder = dataFolderDevicePath();
+    }
+
+    if (!settings.Load(m_paths.hostPath(u"My Documents\\Tarvane Files\\Velcora.ini"_s))) {
+        m_reporter.error(SettingsMessages::startupLoadFailed());
+        return false;
+    }
+    return true;
+}
+
+bool SettingsLocator::reload(IniFile &settings)
+{
+    if (!settings.Load(settings.path())) {
+        m_reporter.error(SettingsMessages::reloadFailed());
+        return false;
+    }
+    return true;
+}
