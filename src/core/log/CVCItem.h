@@ -49,6 +49,34 @@ public:
     bool HasOdometer() const { return odometer >= 1.0; }
     bool isOpenTrip() const { return entryType == Trip && endOdometer == odometer; }
 
+    // "Fuel", "Maint.", "Trip"; empty for any other code.
+    static QString typeName(qint32 entryType);
+    QString typeName() const { return typeName(entryType); }
+
+    // A trip's distance; worth showing only when positive.
+    double tripDistance() const { return endOdometer - odometer; }
+    bool hasTripDuration() const { return departTime != 0 && arriveTime != 0; }
+    // "%d Days %d Hours %d Min", empty unless both trip times are set.
+    QString tripDurationText() const;
+
+    // Column texts. leftAligned picks the main list's "%-..." form over the "%..." one.
+    QString odometerText(bool leftAligned = true) const;
+    QString endOdometerText(bool leftAligned = true) const;
+    QString priceText(const LocaleFormats &locale, bool leftAligned = true) const;
+    QString quantityText(bool leftAligned = true) const;
+    QString economyText() const;
+    QString temperatureText() const;
+    QString amountText(const LocaleFormats &locale, bool leftAligned = true) const;
+    QString parkingText(const LocaleFormats &locale, bool leftAligned = true) const;
+    QString mileageCostText(const LocaleFormats &locale) const;
+    QString entryDateTimeText(const LocaleFormats &locale) const;
+
+    // Shared by the columns: money "%s%-3.2f" / "%s%3.2f", and a 32-bit time as "%s %s".
+    static QString moneyText(double value, const LocaleFormats &locale, bool leftAligned = true);
+    static QString dateTimeText(quint32 seconds, const LocaleFormats &locale);
+    // The economy unit's label: MPG, MPL, L/100km, MPGi, KPL (out-of-range codes clamp).
+    static QString economyUnitName(double economyUnit);
+
     bool operator==(const CVCItem &other) const = default;
 };
 

@@ -11,7 +11,7 @@ struct LogScan
     int openTrips = 0;
     double lastFullFillOdometer = 0.0;
     double currentEconomy = 0.0; // economy of the last full fill-up
-    double economySum = 0.0;     // positive economies of full fill-ups
+    double economySum = 0.0; // positive economies of full fill-ups
     int economyCount = 0;
     double averageEconomy = 0.0; // economySum / economyCount, 0 when there is none
     bool hasFullFill = false;

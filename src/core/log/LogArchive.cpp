@@ -1,0 +1,463 @@
+#include "LogArchive.h"
+
+#include <QFile>
+#include <QFileDevice>
+#include <QSaveFile>
+#include <QtEndian>
+
+#include <cstring>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr quint16 NewClassTag = 0xFFFF;
+constexpr quint16 ClassIndexTag = 0x8001;
+constexpr quint16 Schema = 1;
+constexpr char ClassName[] = "CVCItem";
+constexpr int ClassNameLength = 7;
+
+// The fewest bytes a record can take: class tag, fixed fields and eight zero-length
+// 8-bit strings. Used to refuse counts the rest of the file could never hold.
+constexpr qint64 MinimumRecordSize = 2 + 4 + 4 + 8 + 4 + 8 + 4 + 8 * 1 + 3 * 4 + 6 * 4 + 6 * 8;
+
+class Writer
+{
+public:
+    explicit Writer(QByteArray &out)
+        : m_out(out)
+    { }
+    void u8(quint8 v) { m_out.append(char(v)); }
+    void u16(quint16 v)
+    {
+        char b[2];
+        qToLittleEndian(v, b);
+        m_out.append(b, 2);
+    }
+    void u32(quint32 v)
+    {
+        char b[4];
+        qToLittleEndian(v, b);
+        m_out.append(b, 4);
+    }
+    void i32(qint32 v) { u32(quint32(v)); }
+    void f64(double v)
+    {
+        quint64 bits;
+        std::memcpy(&bits, &v, sizeof bits);
+        char b[8];
+        qToLittleEndian(bits, b);
+        m_out.append(b, 8);
+    }
+    void count(quint32 n)
+    {
+        if (n < 0xFFFF) {
+            u16(quint16(n));
+        } else {
+            u16(0xFFFF);
+            u32(n);
+        }
+    }
+    void string(const QString &s)
+    {
+        // Always the UTF-16 form: the marker, then the length in one of three widths.
+        u8(0xFF);
+        u16(0xFFFE);
+        const quint32 length = quint32(s.size());
+        if (length < 0xFF) {
+            u8(quint8(length));
+        } else if (length < 0xFFFE) {
+            u8(0xFF);
+            u16(quint16(length));
+        } else {
+            u8(0xFF);
+            u16(0xFFFF);
+            u32(length);
+        }
+        const qsizetype at = m_out.size();
+        m_out.resize(at + qsizetype(length) * 2);
+        char *dst = m_out.data() + at;
+        const char16_t *src = reinterpret_cast<const char16_t *>(s.utf16());
+        for (quint32 i = 0; i < length; ++i)
+            qToLittleEndian(quint16(src[i]), dst + 2 * i);
+    }
+
+private:
+    QByteArray &m_out;
+};
+
+void writeRecord(Writer &w, const CVCItem &item)
+{
+    w.i32(item.iconIndex);
+    w.i32(item.entryType);
+    w.f64(item.odometer);
+    w.u32(item.entryDate);
+    w.f64(item.economyUnit);
+    w.i32(item.distanceUnit);
+    w.string(item.notes);
+    w.string(item.fuelMeasure);
+    w.string(item.station);
+    w.string(item.invoice);
+    w.string(item.purpose);
+    w.string(item.destination);
+    w.string(item.contact);
+    w.string(item.typeText);
+    w.u32(item.departTime);
+    w.u32(item.arriveTime);
+    w.u32(item.reservedTime);
+    w.i32(item.temperature);
+    w.i32(item.newEntryMark);
+    w.i32(item.reserved1);
+    w.i32(item.reserved2);
+    w.i32(item.notFull);
+    w.i32(item.listPosition);
+    w.f64(item.amount);
+    w.f64(item.fuelQuantity);
+    w.f64(item.unitPrice);
+    w.f64(item.endOdometer);
+    w.f64(item.economy);
+    w.f64(item.parking);
+}
+
+// Reads straight from the bytes in memory; every read checks what is left first. The first
+// failure sticks: later reads return zeros and the message names that first problem.
+class Reader
+{
+public:
+    Reader(const uchar *data, qsizetype size)
+        : m_begin(data)
+        , m_p(data)
+        , m_end(data + size)
+    { }
+
+    bool failed() const { return !m_error.isEmpty(); }
+    const QString &error() const { return m_error; }
+    qint64 offset() const { return m_p - m_begin; }
+    qint64 left() const { return m_end - m_p; }
+
+    void fail(const QString &what)
+    {
+        if (m_error.isEmpty())
+            m_error = what;
+    }
+    bool need(qint64 bytes)
+    {
+        if (failed())
+            return false;
+        if (left() < bytes) {
+            fail(u"the file ends too early (at byte %1, %2 more bytes needed)"_s.arg(offset()).arg(bytes
+                                                                                                   - left()));
+            return false;
+        }
+        return true;
+    }
+
+    quint8 u8()
+    {
+        if (!need(1))
+            return 0;
+        return *m_p++;
+    }
+    quint16 u16()
+    {
+        if (!need(2))
+            return 0;
+        const quint16 v = qFromLittleEndian<quint16>(m_p);
+        m_p += 2;
+        return v;
+    }
+    quint32 u32()
+    {
+        if (!need(4))
+            return 0;
+        const quint32 v = qFromLittleEndian<quint32>(m_p);
+        m_p += 4;
+        return v;
+    }
+    qint32 i32() { return qint32(u32()); }
+    double f64()
+    {
+        if (!need(8))
+            return 0;
+        const quint64 bits = qFromLittleEndian<quint64>(m_p);
+        m_p += 8;
+        double v;
+        std::memcpy(&v, &bits, sizeof v);
+        return v;
+    }
+    bool bytesEqual(const char *text, qint64 length)
+    {
+        if (!need(length))
+            return false;
+        const bool equal = std::memcmp(m_p, text, size_t(length)) == 0;
+        m_p += length;
+        return equal;
+    }
+
+    quint32 count()
+    {
+        const quint16 word = u16();
+        return word == 0xFFFF ? u32() : word;
+    }
+
+    QString string()
+    {
+        const qint64 at = offset();
+        qint64 length = lengthField();
+        const bool unicode = length == Marker;
+        if (unicode) {
+            // 0xFF 0xFFFE announces UTF-16 text; the real length follows it.
+            length = lengthField();
+            if (length == Marker) {
+                fail(u"a text at byte %1 has a repeated marker"_s.arg(at));
+                return QString();
+            }
+        }
+        if (failed())
+            return QString();
+        const qint64 bytes = unicode ? length * 2 : length;
+        if (left() < bytes) {
+            fail(u"a text at byte %1 claims %2 characters, more than the %3 bytes left"_s.arg(at)
+                     .arg(length)
+                     .arg(left()));
+            return QString();
+        }
+        if (length == 0)
+            return QString();
+        QString s;
+        if (unicode) {
+            s.resize(qsizetype(length));
+            char16_t *dst = reinterpret_cast<char16_t *>(s.data());
+#if Q_BYTE_ORDER == Q_LITTLE_ENDIAN
+            std::memcpy(dst, m_p, size_t(bytes));
+#else
+            for (qint64 i = 0; i < length; ++i)
+                dst[i] = qFromLittleEndian<quint16>(m_p + 2 * i);
+#endif
+        } else {
+            s = QString::fromLatin1(reinterpret_cast<const char *>(m_p), qsizetype(length));
+        }
+        m_p += bytes;
+        return s;
+    }
+
+private:
+    static constexpr qint64 Marker = -1;
+
+    // One of the three length forms, or Marker for the UTF-16 marker.
+    qint64 lengthField()
+    {
+        const quint8 b = u8();
+        if (b < 0xFF)
+            return b;
+        const quint16 w = u16();
+        if (w == 0xFFFE)
+            return Marker;
+        if (w < 0xFFFF)
+            return w;
+        return u32();
+    }
+
+    const uchar *m_begin;
+    const uchar *m_p;
+    const uchar *m_end;
+    QString m_error;
+};
+
+void readRecord(Reader &r, CVCItem &item)
+{
+    item.iconIndex = r.i32();
+    item.entryType = r.i32();
+    item.odometer = r.f64();
+    item.entryDate = r.u32();
+    item.economyUnit = r.f64();
+    item.distanceUnit = r.i32();
+    item.notes = r.string();
+    item.fuelMeasure = r.string();
+    item.station = r.string();
+    item.invoice = r.string();
+    item.purpose = r.string();
+    item.destination = r.string();
+    item.contact = r.string();
+    item.typeText = r.string();
+    item.departTime = r.u32();
+    item.arriveTime = r.u32();
+    item.reservedTime = r.u32();
+    item.temperature = r.i32();
+    item.newEntryMark = r.i32();
+    item.reserved1 = r.i32();
+    item.reserved2 = r.i32();
+    item.notFull = r.i32();
+    item.listPosition = r.i32();
+    item.amount = r.f64();
+    item.fuelQuantity = r.f64();
+    item.unitPrice = r.f64();
+    item.endOdometer = r.f64();
+    item.economy = r.f64();
+    item.parking = r.f64();
+}
+
+QString deviceName(QIODevice *device, const QString &fallback)
+{
+    if (auto *file = qobject_cast<QFileDevice *>(device); file && !file->fileName().isEmpty())
+        return file->fileName();
+    return fallback;
+}
+
+} // namespace
+
+QByteArray LogArchive::encode(const EntryList &entries)
+{
+    QByteArray out;
+    // Most records of a real log take a little over 150 bytes.
+    out.reserve(qsizetype(entries.size()) * 160 + 16);
+    Writer w(out);
+    w.count(quint32(entries.size()));
+    bool first = true;
+    for (const CVCItem &item : entries) {
+        if (first) {
+            w.u16(NewClassTag);
+            w.u16(Schema);
+            w.u16(ClassNameLength);
+            out.append(ClassName, ClassNameLength);
+            first = false;
+        } else {
+            w.u16(ClassIndexTag);
+        }
+        writeRecord(w, item);
+    }
+    w.u16(0); // the second, always empty, collection
+    return out;
+}
+
+bool LogArchive::decode(const QByteArray &bytes, EntryList &entries, const QString &sourceName)
+{
+    return decode(bytes.constData(), bytes.size(), entries, sourceName);
+}
+
+bool LogArchive::decode(const char *data, qsizetype size, EntryList &entries, const QString &sourceName)
+{
+    m_error.clear();
+    Reader r(reinterpret_cast<const uchar *>(data), size);
+    const quint32 count = r.count();
+    EntryList loaded;
+    if (!r.failed()) {
+        // Each record needs a minimum of bytes, and the trailing collection two more.
+        if (qint64(count) * MinimumRecordSize + 2 > r.left())
+            r.fail(u"it claims %1 entries but only %2 bytes follow"_s.arg(count).arg(r.left()));
+        else
+            loaded.reserve(count);
+    }
+    for (quint32 i = 0; i < count && !r.failed(); ++i) {
+        const qint64 at = r.offset();
+        const quint16 tag = r.u16();
+        if (r.failed())
+            break;
+        if (i == 0) {
+            if (tag != NewClassTag) {
+                r.fail(u"unknown class tag 0x%1 at byte %2"_s.arg(uint(tag), 4, 16, QChar(u'0')).arg(at));
+                break;
+            }
+            const quint16 schema = r.u16();
+            const quint16 nameLength = r.u16();
+            if (r.failed())
+                break;
+            if (schema != Schema) {
+                r.fail(u"unsupported schema %1 of the entry class (expected %2)"_s.arg(schema).arg(Schema));
+                break;
+            }
+            if (nameLength != ClassNameLength || !r.bytesEqual(ClassName, ClassNameLength)) {
+                if (!r.failed())
+                    r.fail(u"unknown class name at byte %1 (expected CVCItem)"_s.arg(at + 6));
+                break;
+            }
+        } else if (tag != ClassIndexTag) {
+            r.fail(u"unknown class tag 0x%1 at byte %2"_s.arg(uint(tag), 4, 16, QChar(u'0')).arg(at));
+            break;
+        }
+        loaded.emplace_back();
+        readRecord(r, loaded.back());
+    }
+    if (!r.failed()) {
+        const qint64 at = r.offset();
+        const quint16 trailing = r.u16();
+        if (!r.failed() && trailing != 0)
+            r.fail(u"unexpected data at byte %1 after the last entry"_s.arg(at));
+    }
+    if (r.failed()) {
+        m_error = u"The log file %1 is damaged: %2."_s.arg(sourceName, r.error());
+        return false;
+    }
+    entries = std::move(loaded);
+    return true;
+}
+
+bool LogArchive::read(QIODevice *device, EntryList &entries, const QString &sourceName)
+{
+    const QString name = deviceName(device, sourceName);
+    if (!device || !device->isReadable()) {
+        m_error = u"Unable to read the log file %1."_s.arg(name);
+        return false;
+    }
+    // A file is read through a mapping when possible: no copy of a large log.
+    if (auto *file = qobject_cast<QFile *>(device); file && !file->isSequential()) {
+        const qint64 pos = file->pos();
+        const qint64 size = file->size() - pos;
+        if (size > 0) {
+            if (uchar *map = file->map(pos, size)) {
+                const bool ok = decode(reinterpret_cast<const char *>(map), qsizetype(size), entries, name);
+                file->unmap(map);
+                return ok;
+            }
+        }
+    }
+    // A device that stops delivering early shows up as a truncated archive.
+    return decode(device->readAll(), entries, name);
+}
+
+bool LogArchive::read(const QString &fileName, EntryList &entries)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly)) {
+        m_error = u"Unable to open the log file %1: %2."_s.arg(fileName, file.errorString());
+        return false;
+    }
+    return read(&file, entries, fileName);
+}
+
+bool LogArchive::write(QIODevice *device, const EntryList &entries)
+{
+    m_error.clear();
+    const QByteArray bytes = encode(entries);
+    const QString name = deviceName(device, u"(stream)"_s);
+    if (!device || !device->isWritable()) {
+        m_error = u"Unable to write the log file %1."_s.arg(name);
+        return false;
+    }
+    qint64 done = 0;
+    while (done < bytes.size()) {
+        const qint64 n = device->write(bytes.constData() + done, bytes.size() - done);
+        if (n <= 0) {
+            m_error = u"Unable to write the log file %1: %2."_s.arg(name, device->errorString());
+            return false;
+        }
+        done += n;
+    }
+    return true;
+}
+
+bool LogArchive::write(const QString &fileName, const EntryList &entries)
+{
+    QSaveFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly)) {
+        m_error = u"Unable to write the log file %1: %2."_s.arg(fileName, file.errorString());
+        return false;
+    }
+    if (!write(&file, entries))
+        return false;
+    if (!file.commit()) {
+        m_error = u"Unable to write the log file %1: %2."_s.arg(fileName, file.errorString());
+        return false;
+    }
+    return true;
+}

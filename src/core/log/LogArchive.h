@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include "CVCItem.h"
+
+class QIODevice;
+
+// The byte format of a vehicle's log (.vcb) and of its backup (.bak): a count, the records
+// (the first carrying the "CVCItem" class description, the others a reference to it) and an
+// empty trailing collection. Bytes after the archive are ignored on read.
+//
+// Reading checks every count and length against the bytes left, so a hostile file can neither
+// crash the reader nor make it allocate more than the file's size suggests. On failure the
+// list handed in is left as it was and errorString() names the file and what is wrong.
+class LogArchive
+{
+public:
+    // The archive of a list, exactly as written to disk.
+    static QByteArray encode(const EntryList &entries);
+
+    // sourceName is the file name used in messages.
+    bool decode(const QByteArray &bytes, EntryList &entries, const QString &sourceName);
+    bool decode(const char *data, qsizetype size, EntryList &entries, const QString &sourceName);
+
+    // From the device's current position to its end. The name in messages is the device's
+    // file name when it has one, else sourceName.
+    bool read(QIODevice *device, EntryList &entries, const QString &sourceName = QString());
+    bool read(const QString &fileName, EntryList &entries);
+
+    bool write(QIODevice *device, const EntryList &entries);
+    // Atomic: the old file stays whole unless the new one is written completely.
+    bool write(const QString &fileName, const EntryList &entries);
+
+    QString errorString() const { return m_error; }
+
+private:
+    QString m_error;
+};
