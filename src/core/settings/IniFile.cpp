@@ -53,6 +53,8 @@ bool IniFile::Load(const QString &path)
     m_sections.clear();
     m_modified = false;
     m_path = path;
+    if (path.isEmpty())
+        return false;
 
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
@@ -78,7 +80,8 @@ bool IniFile::Save(const QString &path)
     const QByteArray bytes = serialize();
     // An unfinished QSaveFile is discarded, so the old file stays whole on any failure.
     if (file.write(bytes) != bytes.size() || !file.commit())
-        m_modified = false;
+        return false;
+    m_modified = false;
     return true;
 }
 
