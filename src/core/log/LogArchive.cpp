@@ -343,7 +343,7 @@ bool LogArchive::decode(const char *data, qsizetype size, EntryList &entries, co
     EntryList loaded;
     if (!r.failed()) {
         // Each record needs a minimum of bytes, and the trailing collection two more.
-        if (qint64(count) * MinimumRecordSize + 2 > r.left())
+        if (count > 0 && qint64(count) * MinimumRecordSize + 2 > r.left())
             r.fail(u"it claims %1 entries but only %2 bytes follow"_s.arg(count).arg(r.left()));
         else
             loaded.reserve(count);

@@ -79,6 +79,8 @@ bool VehicleBackup::restore(VehicleLog &log, const QString &file, const QString 
     }
     in.close();
     log.setEntries(std::move(restored));
+    // The restored entries are the log now, even for a vehicle created a moment ago.
+    log.setFreshDatabase(false);
     if (!log.save(dataFolder, vin, reporter))
         return false;
     reporter.info(cformat("Backup restored for %s", vehicleName.toUtf8().constData()));
