@@ -1,0 +1,343 @@
+#include <QTest>
+
+#include "calc/FuelEconomy.h"
+#include "calc/Units.h"
+#include "platform/CFormat.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+CVCItem fuel(double odometer, const QString &measure, double quantity, double price, qint32 distanceUnit = 0,
+             qint32 notFull = 0, double oldEconomy = 0.0)
+{
+    CVCItem item;
+    item.entryType = CVCItem::Fuel;
+    item.typeText = u"Fuel"_s;
+    item.odometer = odometer;
+    item.fuelMeasure = measure;
+    item.fuelQuantity = quantity;
+    item.unitPrice = price;
+    item.distanceUnit = distanceUnit;
+    item.notFull = notFull;
+    item.economy = oldEconomy;
+    item.economyUnit = 2;
+    return item;
+}
+
+CVCItem other(qint32 type, double odometer, double quantity, double price, double amount)
+{
+    CVCItem item;
+    item.entryType = type;
+    item.odometer = odometer;
+    item.fuelQuantity = quantity;
+    item.unitPrice = price;
+    item.amount = amount;
+    item.endOdometer = type == CVCItem::Trip ? odometer + 100 : 0.0;
+    return item;
+}
+
+// One line per record with every field the recalculation may touch.
+QStringList summary(const EntryList &entries)
+{
+    QStringList lines;
+    for (const CVCItem &r : entries)
+        lines << cformat("%d %.0f e=%.2f a=%.2f u=%.0f d=%d q=%.4f p=%.3f", r.entryType, r.odometer,
+                         r.economy, r.amount, r.economyUnit, r.distanceUnit, r.fuelQuantity, r.unitPrice);
+    return lines;
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(EntryList)
+
+class TestFuelEconomy : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void unitTexts_data();
+    void unitTexts();
+    void fillUp_data();
+    void fillUp();
+    void fillUpTotal_data();
+    void fillUpTotal();
+    void reconcile_data();
+    void reconcile();
+    void economyText_data();
+    void economyText();
+    void mainScreenLines_data();
+    void mainScreenLines();
+};
+
+void TestFuelEconomy::unitTexts_data()
+{
+    QTest::addColumn<QStringList>("actual");
+    QTest::addColumn<QStringList>("expected");
+    auto all = [](QString (*f)(int), int count) {
+        QStringList texts;
+        for (int i = -1; i <= count; ++i)
+            texts << f(i);
+        return texts;
+    };
+    QTest::newRow("distance profile") << all(Units::distanceProfileWord, 2)
+                                      << QStringList { QString(), u"Mile"_s, u"Kilometer"_s, QString() };
+    QTest::newRow("liquid profile") << all(Units::liquidProfileWord, 3)
+                                    << QStringList { QString(), u"US"_s, u"Imp"_s, u"Litre"_s, QString() };
+    QTest::newRow("economy profile") << all(Units::economyProfileWord, 5)
+                                     << QStringList { QString(), u"MPG"_s, u"MPL"_s, u"L/100km"_s,
+                                                      u"MPiG"_s, u"KPL"_s, QString() };
+    QTest::newRow("liquid combo") << all(Units::liquidComboText, 3)
+                                  << QStringList { QString(), u"Gallons"_s, u"Imp. Gallons"_s, u"Litres"_s,
+                                                   QString() };
+    QTest::newRow("economy screen") << all(Units::economyScreenText, 5)
+                                    << QStringList { QString(), u"MPG"_s, u"MPL"_s, u"L/100km"_s,
+                                                     u"MPGi"_s, u"KPL"_s, QString() };
+    QTest::newRow("reminder unit word")
+        << all(Units::reminderUnitWord, 2) << QStringList { u"Miles"_s, u"Miles"_s, u"Km"_s, u"Miles"_s };
+}
+
+void TestFuelEconomy::unitTexts()
+{
+    QFETCH(QStringList, actual);
+    QFETCH(QStringList, expected);
+    QCOMPARE(actual, expected);
+}
+
+void TestFuelEconomy::fillUp_data()
+{
+    QTest::addColumn<double>("odometer");
+    QTest::addColumn<QString>("quantity");
+    QTest::addColumn<QString>("price");
+    QTest::addColumn<QString>("liquid");
+    QTest::addColumn<int>("distanceUnit");
+    QTest::addColumn<int>("economyUnit");
+    QTest::addColumn<double>("start");
+    QTest::addColumn<double>("lastFull");
+    QTest::addColumn<QString>("expectedEconomy");
+    QTest::addColumn<QString>("expectedAmount");
+    QTest::addColumn<int>("expectedLiquid");
+
+    // The form starts each row with economy 12.34, total 5.00 and liquid index 0, so a stop
+    // shows as those values kept.
+    // 300 miles on 10 US gallons: 482.8032 km, 37.8541 l.
+    QTest::newRow("MPG US gallons") << 1300.0 << u"10"_s << u"3.000"_s << u"Gallons"_s << 0 << 0 << 500.0
+                                    << 1000.0 << u"30.00"_s << u"30.00"_s << 0;
+    QTest::newRow("MPL") << 1300.0 << u"10"_s << u"3"_s << u"Gallons"_s << 0 << 1 << 500.0 << 1000.0
+                         << u"7.93"_s << u"30.00"_s << 0;
+    QTest::newRow("L/100km") << 1300.0 << u"10"_s << u"3"_s << u"Gallons"_s << 0 << 2 << 500.0 << 1000.0
+                             << u"7.84"_s << u"30.00"_s << 0;
+    QTest::newRow("MPiG from US gallons") << 1300.0 << u"10"_s << u"3"_s << u"Gallons"_s << 0 << 3 << 500.0
+                                          << 1000.0 << u"36.03"_s << u"30.00"_s << 0;
+    QTest::newRow("KPL") << 1300.0 << u"10"_s << u"3"_s << u"Gallons"_s << 0 << 4 << 500.0 << 1000.0
+                         << u"12.75"_s << u"30.00"_s << 0;
+    // MPG follows the gallon the fuel was bought in: imperial here, not 24.98.
+    QTest::newRow("MPG imperial gallons") << 1300.0 << u"10"_s << u"1.5"_s << u"Imp. Gallons"_s << 0 << 0
+                                          << 500.0 << 1000.0 << u"30.00"_s << u"15.00"_s << 1;
+    QTest::newRow("MPiG imperial gallons") << 1300.0 << u"10"_s << u"1.5"_s << u"Imp. Gallons"_s << 0 << 3
+                                           << 500.0 << 1000.0 << u"30.00"_s << u"15.00"_s << 1;
+    QTest::newRow("MPG litres use the US gallon") << 1300.0 << u"37.8541"_s << u"1"_s << u"Litres"_s << 0 << 0
+                                                  << 500.0 << 1000.0 << u"30.00"_s << u"37.85"_s << 2;
+    QTest::newRow("kilometres KPL") << 1500.0 << u"40"_s << u"1.25"_s << u"Litres"_s << 1 << 4 << 0.5
+                                    << 1000.0 << u"12.50"_s << u"50.00"_s << 2;
+    QTest::newRow("kilometres L/100km") << 1500.0 << u"40"_s << u"1"_s << u"Litres"_s << 1 << 2 << 0.0
+                                        << 1000.0 << u"8.00"_s << u"40.00"_s << 2;
+    // After a partial fill at 1150 the last full fill-up is still 1000: the distance spans it.
+    QTest::newRow("after a partial fill") << 1300.0 << u"10"_s << u"3"_s << u"Gallons"_s << 0 << 0 << 500.0
+                                          << 1000.0 << u"30.00"_s << u"30.00"_s << 0;
+    QTest::newRow("odometer at last full") << 1000.0 << u"10"_s << u"3"_s << u"Gallons"_s << 0 << 0 << 500.0
+                                           << 1000.0 << u"12.34"_s << u"5.00"_s << 0;
+    QTest::newRow("odometer below last full") << 900.0 << u"10"_s << u"3"_s << u"Litres"_s << 0 << 0 << 500.0
+                                              << 1000.0 << u"12.34"_s << u"5.00"_s << 0;
+    QTest::newRow("last full at start") << 1300.0 << u"10"_s << u"3"_s << u"Litres"_s << 0 << 0 << 1000.0
+                                        << 1000.0 << u"12.34"_s << u"5.00"_s << 0;
+    QTest::newRow("last full below start") << 1300.0 << u"10"_s << u"3"_s << u"Litres"_s << 0 << 0 << 1200.0
+                                           << 1000.0 << u"12.34"_s << u"5.00"_s << 0;
+    QTest::newRow("empty quantity") << 1300.0 << QString() << u"3"_s << u"Litres"_s << 0 << 0 << 500.0
+                                    << 1000.0 << u"12.34"_s << u"5.00"_s << 0;
+    QTest::newRow("150 MPG cleared") << 1300.0 << u"2"_s << u"3"_s << u"Gallons"_s << 0 << 0 << 500.0
+                                     << 1000.0 << u"0.00"_s << u"6.00"_s << 0;
+    QTest::newRow("exactly 100 kept") << 1100.0 << u"1"_s << u"2"_s << u"Litres"_s << 1 << 4 << 500.0
+                                      << 1000.0 << u"100.00"_s << u"2.00"_s << 2;
+    QTest::newRow("below 0.01 cleared") << 1001.0 << u"200"_s << u"1"_s << u"Litres"_s << 1 << 4 << 500.0
+                                        << 1000.0 << u"0.00"_s << u"200.00"_s << 2;
+    QTest::newRow("text quantity MPG") << 1300.0 << u"abc"_s << u"3"_s << u"Gallons"_s << 0 << 0 << 500.0
+                                       << 1000.0 << u"0.00"_s << u"0.00"_s << 0;
+    QTest::newRow("text quantity L/100km") << 1300.0 << u"abc"_s << u"3"_s << u"Gallons"_s << 0 << 2 << 500.0
+                                           << 1000.0 << u"0.00"_s << u"0.00"_s << 0;
+    QTest::newRow("negatives read as 0") << 1300.0 << u"-10"_s << u"-3"_s << u"Litres"_s << 0 << 4 << 500.0
+                                         << 1000.0 << u"0.00"_s << u"0.00"_s << 2;
+    QTest::newRow("number with trailing text") << 1300.0 << u" 10 gal"_s << u"3$"_s << u"Gallons"_s << 0 << 0
+                                               << 500.0 << 1000.0 << u"30.00"_s << u"30.00"_s << 0;
+    // An unknown unit text gives no litres; MPG then keeps the previous value.
+    QTest::newRow("unknown unit MPG keeps") << 1300.0 << u"10"_s << u"2"_s << u"Barrels"_s << 0 << 0 << 500.0
+                                            << 1000.0 << u"12.34"_s << u"20.00"_s << 0;
+    QTest::newRow("unknown unit KPL clears") << 1300.0 << u"10"_s << u"2"_s << u"Barrels"_s << 0 << 4 << 500.0
+                                             << 1000.0 << u"0.00"_s << u"20.00"_s << 0;
+    QTest::newRow("lower-case unit unknown") << 1300.0 << u"10"_s << u"2"_s << u"gallons"_s << 0 << 1 << 500.0
+                                             << 1000.0 << u"0.00"_s << u"20.00"_s << 0;
+}
+
+void TestFuelEconomy::fillUp()
+{
+    QFETCH(double, odometer);
+    QFETCH(QString, quantity);
+    QFETCH(QString, price);
+    QFETCH(QString, liquid);
+    QFETCH(int, distanceUnit);
+    QFETCH(int, economyUnit);
+    QFETCH(double, start);
+    QFETCH(double, lastFull);
+
+    FuelEconomy::FillUpInput input;
+    input.odometer = odometer;
+    input.quantityText = quantity;
+    input.priceText = price;
+    input.liquidText = liquid;
+    input.distanceUnit = distanceUnit;
+    input.economyUnit = economyUnit;
+    input.startOdometer = start;
+    input.lastFullFillOdometer = lastFull;
+    input.economy = 12.34;
+    input.amount = 5.0;
+    input.liquidUnit = 0;
+
+    const FuelEconomy::FillUpResult result = FuelEconomy::computeFillUp(input);
+    QTEST(cformat("%.2f", result.economy), "expectedEconomy");
+    QTEST(cformat("%.2f", result.amount), "expectedAmount");
+    QTEST(result.liquidUnit, "expectedLiquid");
+}
+
+void TestFuelEconomy::fillUpTotal_data()
+{
+    QTest::addColumn<QString>("quantity");
+    QTest::addColumn<QString>("price");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("plain") << u"12.5"_s << u"3.16"_s << u"39.500"_s;
+    QTest::newRow("negative price") << u"12.5"_s << u"-3"_s << u"0.000"_s;
+    QTest::newRow("text") << u"x"_s << u"3"_s << u"0.000"_s;
+}
+
+void TestFuelEconomy::fillUpTotal()
+{
+    QFETCH(QString, quantity);
+    QFETCH(QString, price);
+    QTEST(cformat("%.3f", FuelEconomy::fillUpTotal(quantity, price)), "expected");
+}
+
+void TestFuelEconomy::reconcile_data()
+{
+    QTest::addColumn<EntryList>("entries");
+    QTest::addColumn<int>("distanceUnit");
+    QTest::addColumn<int>("economyUnit");
+    QTest::addColumn<double>("highest");
+    QTest::addColumn<QStringList>("expected");
+
+    // Miles and MPG. Each fuel record measures from the fuel record before it, partial or not.
+    QTest::newRow("miles MPG") << EntryList {
+        fuel(3000, u"Gallons"_s, 10, 3, 0, 0, 99), // 3000 miles from 0 on 10 gal: 300, cleared
+        fuel(3300, u"Gallons"_s, 10, 3), // 300 / 10
+        other(CVCItem::Maintenance, 3400, 5, 2, 45), // untouched
+        fuel(3450, u"Gallons"_s, 5, 3.2, 0, 1), // partial: 150 / 5
+        other(CVCItem::Trip, 3500, 7, 0.5, 2), // quantity and price cleared, tolls kept
+        fuel(3800, u"Imp. Gallons"_s, 10, 1), // 350 / 10 imperial
+        fuel(3200, u"Gallons"_s, 10, 0), // backwards: negative, cleared
+        fuel(3350, u"Gallons"_s, 1, 4, 7), // unit 7 repaired; 150 MPG kept here
+        fuel(3650, u"Litres"_s, 37.8541, 1), // 300 / 10 US gallons
+        fuel(3700, u"Barrels"_s, 5, 2, 0, 0, 12.5), // unknown unit keeps its economy under MPG
+    } << 0 << 0 << 3800.0
+                               << QStringList {
+                                      u"0 3000 e=0.00 a=30.00 u=0 d=0 q=10.0000 p=3.000"_s,
+                                      u"0 3300 e=30.00 a=30.00 u=0 d=0 q=10.0000 p=3.000"_s,
+                                      u"1 3400 e=0.00 a=45.00 u=0 d=0 q=5.0000 p=2.000"_s,
+                                      u"0 3450 e=30.00 a=16.00 u=0 d=0 q=5.0000 p=3.200"_s,
+                                      u"2 3500 e=0.00 a=2.00 u=0 d=0 q=0.0000 p=0.000"_s,
+                                      u"0 3800 e=35.00 a=10.00 u=0 d=0 q=10.0000 p=1.000"_s,
+                                      u"0 3200 e=0.00 a=0.00 u=0 d=0 q=10.0000 p=0.000"_s,
+                                      u"0 3350 e=150.00 a=4.00 u=0 d=0 q=1.0000 p=4.000"_s,
+                                      u"0 3650 e=30.00 a=37.85 u=0 d=0 q=37.8541 p=1.000"_s,
+                                      u"0 3700 e=12.50 a=10.00 u=0 d=0 q=5.0000 p=2.000"_s,
+                                  };
+
+    // Kilometres and L/100km: the first record's value from 0 km stays.
+    QTest::newRow("km L/100km") << EntryList {
+        fuel(500, u"Litres"_s, 40, 1.5, 1), // 40 l over 500 km
+        fuel(1000, u"Litres"_s, 35, 1, 7), // unit 7 becomes 1: 35 l over 500 km
+        fuel(1000, u"Litres"_s, 0, 1, 1), // 0 l over 0 km: cleared
+        fuel(0, u"Litres"_s, 10, 1, 1), // odometer 0: cleared
+        fuel(400, u"Gallons"_s, 10, 0, 0), // miles record: 37.8541 l over 643.7376 km from 0
+    } << 1 << 2 << 1000.0
+                                << QStringList {
+                                       u"0 500 e=8.00 a=60.00 u=2 d=1 q=40.0000 p=1.500"_s,
+                                       u"0 1000 e=7.00 a=35.00 u=2 d=1 q=35.0000 p=1.000"_s,
+                                       u"0 1000 e=0.00 a=0.00 u=2 d=1 q=0.0000 p=1.000"_s,
+                                       u"0 0 e=0.00 a=10.00 u=2 d=1 q=10.0000 p=1.000"_s,
+                                       u"0 400 e=5.88 a=0.00 u=2 d=0 q=10.0000 p=0.000"_s,
+                                   };
+
+    QTest::newRow("empty") << EntryList {} << 0 << 0 << 0.0 << QStringList {};
+}
+
+void TestFuelEconomy::reconcile()
+{
+    QFETCH(EntryList, entries);
+    QFETCH(int, distanceUnit);
+    QFETCH(int, economyUnit);
+    const double highest = FuelEconomy::reconcile(entries, distanceUnit, economyUnit);
+    QTEST(summary(entries), "expected");
+    QTEST(highest, "highest");
+}
+
+void TestFuelEconomy::economyText_data()
+{
+    QTest::addColumn<double>("value");
+    QTest::addColumn<double>("unit");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("negative unit") << 7.5 << -1.0 << u"7.50 MPG"_s;
+    QTest::newRow("MPG") << 30.0 << 0.0 << u"30.00 MPG"_s;
+    QTest::newRow("MPL") << 7.9254 << 1.0 << u"7.93 MPL"_s;
+    QTest::newRow("L/100km") << 7.8405 << 2.0 << u"7.84 L/100km"_s;
+    QTest::newRow("MPGi on screen") << 36.03 << 3.0 << u"36.03 MPGi"_s;
+    QTest::newRow("KPL") << 123.456 << 4.0 << u"123.46 KPL"_s;
+    QTest::newRow("above KPL") << 1.0 << 9.0 << u"1.00 KPL"_s;
+}
+
+void TestFuelEconomy::economyText()
+{
+    QFETCH(double, value);
+    QFETCH(double, unit);
+    QTEST(Units::economyText(value, unit), "expected");
+}
+
+void TestFuelEconomy::mainScreenLines_data()
+{
+    QTest::addColumn<EntryList>("entries");
+    QTest::addColumn<QString>("longLine");
+    QTest::addColumn<QString>("shortLine");
+
+    QTest::newRow("no fuel") << EntryList { other(CVCItem::Maintenance, 10, 0, 0, 0) }
+                             << u"Fuel Economy: 0.00 - 0.00 Avg"_s << u"Economy:0.00"_s;
+    // Partial fills take no part; the last full one counts even with economy 0.
+    QTest::newRow("last full is zero")
+        << EntryList { fuel(100, {}, 0, 0, 0, 0, 30), fuel(200, {}, 0, 0, 0, 1, 50),
+                       fuel(300, {}, 0, 0, 0, 0, 0) }
+        << u"Fuel Economy: 0.00 - 30.00 Avg"_s << u"Economy:0.00 - 30.00Avg"_s;
+    QTest::newRow("average of positives")
+        << EntryList { fuel(100, {}, 0, 0, 0, 0, 25), fuel(150, {}, 0, 0, 0, 0, -4),
+                       fuel(200, {}, 0, 0, 0, 1, 90), fuel(300, {}, 0, 0, 0, 0, 35),
+                       fuel(400, {}, 0, 0, 0, 1, 70) }
+        << u"Fuel Economy: 35.00 - 30.00 Avg"_s << u"Economy:35.00 - 30.00Avg"_s;
+    QTest::newRow("negatives only") << EntryList { fuel(100, {}, 0, 0, 0, 0, -2.5) }
+                                    << u"Fuel Economy: -2.50 - 0.00 Avg"_s << u"Economy:-2.50"_s;
+}
+
+void TestFuelEconomy::mainScreenLines()
+{
+    QFETCH(EntryList, entries);
+    const FuelEconomy::Figures f = FuelEconomy::figures(entries);
+    QTEST(FuelEconomy::economyLine(f.last, f.average), "longLine");
+    QTEST(FuelEconomy::shortEconomyLine(f.last, f.average), "shortLine");
+}
+
+QTEST_GUILESS_MAIN(TestFuelEconomy)
+#include "tst_fuel_economy.moc"
