@@ -62,7 +62,7 @@ bool SettingsLocator::copyReplacing(const QString &source, const QString &target
         return false;
     if (out.write(bytes) != bytes.size() || !out.commit())
         return false;
-    // Templates come from read-only resources; the user's copies must be writable.
+    // The copy gets ordinary permissions, whatever the template or the file it replaced had.
     QFile::setPermissions(target,
                           QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadUser
                               | QFileDevice::WriteUser | QFileDevice::ReadGroup | QFileDevice::ReadOther);
