@@ -22,6 +22,8 @@ bool EditListModel::reload()
     m_rows.clear();
     m_selected = -1;
     if (!m_ini.Load(m_path)) {
+        // Don't let the settings object leave an empty list file behind when it goes away.
+        m_ini.Load(QString());
         m_reporter.error(loadErrorMessage());
         return false;
     }

@@ -7,6 +7,15 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+// A settings object saves itself to its path when it goes away; after a failed load that
+// would leave an empty file behind, so the path is dropped (an empty name never opens).
+void forgetPath(IniFile &ini)
+{
+    ini.Load(QString());
+}
+} // namespace
+
 QString PickLists::listsPath(const DevicePaths &paths)
 {
     return paths.dataFolder() + fileName();
@@ -39,16 +48,20 @@ QStringList PickLists::items(const IniFile &ini, const QString &section)
 QStringList PickLists::loadItems(const QString &hostPath, const QString &section)
 {
     IniFile ini;
-    if (!ini.Load(hostPath))
+    if (!ini.Load(hostPath)) {
+        forgetPath(ini);
         return {};
+    }
     return items(ini, section);
 }
 
 bool PickLists::seedRepairList(const QString &hostPath, const std::array<QString, 5> &customNames)
 {
     IniFile ini;
-    if (!ini.Load(hostPath))
+    if (!ini.Load(hostPath)) {
+        forgetPath(ini);
         return false;
+    }
     QStringList list = items(ini, repairList());
     for (const QString &name : customNames) {
         if (!name.isEmpty() && !list.contains(name))
@@ -74,6 +87,7 @@ bool PickLists::loadForTrip(IniFile &ini, const DevicePaths &paths, const QStrin
         ini.Save(userCopy);
         return true;
     }
+    forgetPath(ini);
     reporter.error(tripLoadErrorMessage());
     return false;
 }
