@@ -1,0 +1,326 @@
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "platform/Clock.h"
+#include "platform/DevicePaths.h"
+#include "platform/Preferences.h"
+#include "platform/Reporter.h"
+#include "platform/SettingsStore.h"
+#include "settings/IniFile.h"
+#include "settings/Options.h"
+#include "settings/PreferenceSections.h"
+#include "settings/VehicleProfile.h"
+#include "settingsfiles_helper.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+const quint32 now = 1700000000;
+const QString optionsKey = u"Options"_s;
+} // namespace
+
+class TestOptions : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void loadWithoutKey();
+    void loadValues_data();
+    void loadValues();
+    void saveOrderAndTypes();
+    void saveFailure();
+    void reminderValue_data();
+    void reminderValue();
+    void remindersFollowProfileKeys();
+    void toDword_data();
+    void toDword();
+    void roundTripThroughSandboxStore();
+    void preferences_data();
+    void preferences();
+};
+
+void TestOptions::loadWithoutKey()
+{
+    MemorySettingsStore store;
+    RecordingReporter reporter;
+    FixedClock clock(now);
+    Options options(store, reporter, clock);
+    options.startDate = 5;
+    options.r5 = 3;
+    QVERIFY(!options.load());
+    QCOMPARE(reporter.texts(), QStringList { u"REGKEY_OPTIONS error detected, Attempting to correct."_s });
+    QCOMPARE(options.name, u"Select Vehicle"_s);
+    QCOMPARE(options.path, u"\\Program Files\\Tarvane"_s);
+    QCOMPARE(options.startDate, 0.0);
+    QCOMPARE(options.endDate, double(now));
+    QCOMPARE(options.r5, 0.0);
+    QVERIFY(!store.keyExists(optionsKey));
+
+    // The next save brings the key back.
+    QVERIFY(options.save(VehicleSettings(), 0));
+    QVERIFY(store.keyExists(optionsKey));
+    reporter.clear();
+    QVERIFY(options.load());
+    QCOMPARE(reporter.texts(), QStringList());
+}
+
+void TestOptions::loadValues_data()
+{
+    QTest::addColumn<QString>("valueName");
+    QTest::addColumn<QVariant>("stored");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<double>("r5");
+    QTest::addColumn<double>("endDate");
+
+    const QString defName = u"Select Vehicle"_s;
+    const QString defPath = u"\\Program Files\\Tarvane"_s;
+    const QString shortPath = u"\\My Documents"_s;
+    const double nowD = now;
+
+    QTest::newRow("empty key") << QString() << QVariant() << defName << defPath << 0.0 << nowD;
+    QTest::newRow("name") << u"Name"_s << QVariant(u"Blue Van"_s) << u"Blue Van"_s << defPath << 0.0 << nowD;
+    QTest::newRow("name as number") << u"Name"_s << QVariant(5) << defName << defPath << 0.0 << nowD;
+    QTest::newRow("name of 255") << u"Name"_s << QVariant(QString(255, u'n')) << QString(255, u'n') << defPath
+                                 << 0.0 << nowD;
+    QTest::newRow("name too long") << u"Name"_s << QVariant(QString(256, u'n')) << defName << defPath << 0.0
+                                   << nowD;
+    QTest::newRow("path") << u"Path"_s << QVariant(u"\\Storage Card\\Tarvane\\"_s) << defName
+                          << u"\\Storage Card\\Tarvane\\"_s << 0.0 << nowD;
+    QTest::newRow("path backslash") << u"Path"_s << QVariant(u"\\"_s) << defName << shortPath << 0.0 << nowD;
+    QTest::newRow("path empty") << u"Path"_s << QVariant(QString()) << defName << shortPath << 0.0 << nowD;
+    QTest::newRow("path of four") << u"Path"_s << QVariant(u"\\abc"_s) << defName << shortPath << 0.0 << nowD;
+    QTest::newRow("path of five") << u"Path"_s << QVariant(u"\\abcd"_s) << defName << u"\\abcd"_s << 0.0
+                                  << nowD;
+    QTest::newRow("path as number") << u"Path"_s << QVariant(7) << defName << defPath << 0.0 << nowD;
+    QTest::newRow("r5") << u"R5"_s << QVariant(3u) << defName << defPath << 3.0 << nowD;
+    QTest::newRow("r5 as digits") << u"R5"_s << QVariant(u"12"_s) << defName << defPath << 12.0 << nowD;
+    QTest::newRow("r5 as text") << u"R5"_s << QVariant(u"abc"_s) << defName << defPath << 0.0 << nowD;
+    QTest::newRow("end date") << u"EndDate"_s << QVariant(4000000000u) << defName << defPath << 0.0
+                              << 4000000000.0;
+    QTest::newRow("end date as text")
+        << u"EndDate"_s << QVariant(u"soon"_s) << defName << defPath << 0.0 << nowD;
+}
+
+void TestOptions::loadValues()
+{
+    QFETCH(QString, valueName);
+    QFETCH(QVariant, stored);
+    QFETCH(QString, name);
+    QFETCH(QString, path);
+    QFETCH(double, r5);
+    QFETCH(double, endDate);
+
+    MemorySettingsStore store;
+    QVERIFY(store.createKey(optionsKey));
+    if (!valueName.isEmpty())
+        QVERIFY(store.setValue(optionsKey, valueName, stored));
+    RecordingReporter reporter;
+    FixedClock clock(now);
+    Options options(store, reporter, clock);
+    QVERIFY(options.load());
+    QCOMPARE(reporter.texts(), QStringList());
+    QCOMPARE(options.name, name);
+    QCOMPARE(options.path, path);
+    QCOMPARE(options.r5, r5);
+    QCOMPARE(options.r6, 0.0);
+    QCOMPARE(options.startDate, 0.0);
+    QCOMPARE(options.endDate, endDate);
+}
+
+void TestOptions::saveOrderAndTypes()
+{
+    MemorySettingsStore store;
+    NullReporter reporter;
+    FixedClock clock(now);
+    Options options(store, reporter, clock);
+    options.name = u"Van"_s;
+    options.path = u"\\Program Files\\Tarvane\\"_s;
+    options.r5 = 2.9;
+    options.r6 = 1;
+    options.startDate = 86400;
+    options.endDate = 4000000000.0;
+    VehicleSettings vehicle;
+    vehicle.intervalDistance[OilChangeReminder] = 3000;
+    vehicle.lastMileage[OilChangeReminder] = 10000.75;
+    QVERIFY(options.save(vehicle, 20000.9));
+
+    QStringList order = { u"LastMileage"_s, u"Name"_s, u"R5"_s, u"R6"_s, u"Path"_s };
+    for (int i = 1; i <= 10; ++i)
+        order << u"Reminder%1"_s.arg(i);
+    order << u"StartDate"_s << u"EndDate"_s;
+    QCOMPARE(store.writeOrder(optionsKey), order);
+
+    const auto dword = [&](const QString &name) {
+        const QVariant v = store.value(optionsKey, name);
+        return v.typeId() == QMetaType::UInt ? v.toUInt() : 0xdeadbeefu;
+    };
+    QCOMPARE(dword(u"LastMileage"_s), 20000u);
+    QCOMPARE(dword(u"R5"_s), 2u);
+    QCOMPARE(dword(u"R6"_s), 1u);
+    QCOMPARE(dword(u"Reminder1"_s), 13000u);
+    QCOMPARE(dword(u"Reminder2"_s), 0u);
+    QCOMPARE(dword(u"StartDate"_s), 86400u);
+    QCOMPARE(dword(u"EndDate"_s), 4000000000u);
+    QCOMPARE(store.value(optionsKey, u"Name"_s), QVariant(u"Van"_s));
+    QCOMPARE(store.value(optionsKey, u"Path"_s), QVariant(u"\\Program Files\\Tarvane\\"_s));
+}
+
+void TestOptions::saveFailure()
+{
+    MemorySettingsStore store;
+    store.setFailWrites(true);
+    RecordingReporter reporter;
+    FixedClock clock(now);
+    Options options(store, reporter, clock);
+    QVERIFY(!options.save(VehicleSettings(), 100));
+    QCOMPARE(reporter.texts(), QStringList { u"Unable to update REGKEY_OPTIONS"_s });
+    QVERIFY(!store.keyExists(optionsKey));
+    QCOMPARE(store.writeOrder(optionsKey), QStringList());
+}
+
+void TestOptions::reminderValue_data()
+{
+    QTest::addColumn<double>("interval");
+    QTest::addColumn<double>("lastDone");
+    QTest::addColumn<double>("odometer");
+    QTest::addColumn<uint>("expected");
+
+    QTest::newRow("overdue") << 3000.0 << 10000.0 << 14000.0 << 13000u;
+    QTest::newRow("exactly due") << 3000.0 << 10000.0 << 13000.0 << 0u;
+    QTest::newRow("not yet due") << 3000.0 << 10000.0 << 12999.0 << 0u;
+    QTest::newRow("fraction cut") << 3000.9 << 10000.5 << 14000.0 << 13001u;
+    QTest::newRow("just past due") << 3000.0 << 10000.0 << 13000.1 << 13000u;
+    QTest::newRow("interval 0") << 0.0 << 10000.0 << 99999.0 << 0u;
+    QTest::newRow("negative interval") << -5.0 << 10000.0 << 99999.0 << 0u;
+    QTest::newRow("never done") << 5000.0 << 0.0 << 5000.5 << 5000u;
+    QTest::newRow("beyond a DWORD") << 1.0 << 4294967300.0 << 5e9 << 4294967295u;
+}
+
+void TestOptions::reminderValue()
+{
+    QFETCH(double, interval);
+    QFETCH(double, lastDone);
+    QFETCH(double, odometer);
+    QFETCH(uint, expected);
+    QCOMPARE(Options::reminderValue(interval, lastDone, odometer), expected);
+}
+
+void TestOptions::remindersFollowProfileKeys()
+{
+    // Each service gets its own interval and last reading, all overdue at 100000.
+    IniFile ini;
+    ini.parse(SettingsFiles::utf16(u"[Van]\r\n"
+                                   "OilDistance=1000\r\nLastR0Mileage=10\r\n"
+                                   "CoolDistance=2000\r\nLastR1Mileage=20\r\n"
+                                   "TransDistance=3000\r\nLastR2Mileage=30\r\n"
+                                   "TuneDistance=4000\r\nLastR3Mileage=40\r\n"
+                                   "TireDistance=5000\r\nLastR4Mileage=50\r\n"
+                                   "C1Miles=6000\r\nLastR5Mileage=60\r\n"
+                                   "C2Miles=7000\r\nLastR6Mileage=70\r\n"
+                                   "C3Miles=8000\r\nLastR7Mileage=80\r\n"
+                                   "C4Miles=9000\r\nLastR8Mileage=90\r\n"
+                                   "C5Miles=0\r\nLastR9Mileage=100\r\n"_s));
+    VehicleSettings vehicle;
+    QVERIFY(VehicleProfile::load(ini, u"Van"_s, vehicle));
+
+    MemorySettingsStore store;
+    NullReporter reporter;
+    FixedClock clock(now);
+    Options options(store, reporter, clock);
+    QVERIFY(options.save(vehicle, 100000));
+    const QList<uint> expected = { 1010, 2020, 3030, 4040, 5050, 6060, 7070, 8080, 9090, 0 };
+    QList<uint> actual;
+    for (int i = 1; i <= 10; ++i)
+        actual << store.value(optionsKey, u"Reminder%1"_s.arg(i)).toUInt();
+    QCOMPARE(actual, expected);
+}
+
+void TestOptions::toDword_data()
+{
+    QTest::addColumn<double>("value");
+    QTest::addColumn<uint>("expected");
+
+    QTest::newRow("whole") << 12345.0 << 12345u;
+    QTest::newRow("fraction cut") << 12.99 << 12u;
+    QTest::newRow("largest") << 4294967295.0 << 4294967295u;
+    QTest::newRow("just below largest") << 4294967294.9 << 4294967294u;
+    QTest::newRow("one beyond") << 4294967296.0 << 4294967295u;
+    QTest::newRow("far beyond") << 1e12 << 4294967295u;
+    QTest::newRow("negative") << -5.0 << 0u;
+    QTest::newRow("not a number") << qQNaN() << 0u;
+}
+
+void TestOptions::toDword()
+{
+    QFETCH(double, value);
+    QFETCH(uint, expected);
+    QCOMPARE(Options::toDword(value), expected);
+}
+
+void TestOptions::roundTripThroughSandboxStore()
+{
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    const DevicePaths paths(dir.path());
+    FixedClock clock(now);
+    NullReporter reporter;
+    {
+        QSettingsStore store(paths, u"Quellar"_s, u"Velcora"_s);
+        Options options(store, reporter, clock);
+        options.name = u"Blue Van"_s;
+        options.path = u"\\Storage Card\\Tarvane\\"_s;
+        options.r6 = 4;
+        options.startDate = 3000000000.0;
+        options.endDate = 4000000000.0;
+        QVERIFY(options.save(VehicleSettings(), 4294967296.0));
+    }
+    QSettingsStore store(paths, u"Quellar"_s, u"Velcora"_s);
+    Options options(store, reporter, clock);
+    QVERIFY(options.load());
+    QCOMPARE(options.name, u"Blue Van"_s);
+    QCOMPARE(options.path, u"\\Storage Card\\Tarvane\\"_s);
+    QCOMPARE(options.r5, 0.0);
+    QCOMPARE(options.r6, 4.0);
+    QCOMPARE(options.startDate, 3000000000.0);
+    QCOMPARE(options.endDate, 4000000000.0);
+    quint32 lastMileage = 0;
+    QVERIFY(store.queryDword(optionsKey, u"LastMileage"_s, &lastMileage));
+    QCOMPARE(lastMileage, 4294967295u);
+}
+
+void TestOptions::preferences_data()
+{
+    QTest::addColumn<QString>("section");
+    QTest::addColumn<QString>("key");
+
+    QTest::newRow("list attributes") << PreferenceSections::listAttributes() << u"BackupPath"_s;
+    QTest::newRow("main font") << PreferenceSections::mainFont() << u"FontName"_s;
+    QTest::newRow("today") << PreferenceSections::today() << u"OilText"_s;
+}
+
+void TestOptions::preferences()
+{
+    QFETCH(QString, section);
+    QFETCH(QString, key);
+
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    const DevicePaths paths(dir.path());
+    QSettingsStore writer(paths, u"Quellar"_s, u"Tarvane"_s);
+    Preferences prefs(writer);
+    QCOMPARE(prefs.getString(section, key, u"none"_s), u"none"_s);
+    QCOMPARE(prefs.getInt(section, key + u"Width"_s, 42), 42);
+
+    QVERIFY(prefs.writeString(section, key, u"\\Storage Card\\"_s));
+    QVERIFY(prefs.writeInt(section, key + u"Width"_s, 120));
+    // Written at once: a second store over the same sandbox sees it while the first is open.
+    QSettingsStore reader(paths, u"Quellar"_s, u"Tarvane"_s);
+    Preferences again(reader);
+    QCOMPARE(again.getString(section, key, u"none"_s), u"\\Storage Card\\"_s);
+    QCOMPARE(again.getInt(section, key + u"Width"_s, 42), 120);
+    QCOMPARE(again.getString(u"Other"_s, key, u"none"_s), u"none"_s);
+}
+
+QTEST_GUILESS_MAIN(TestOptions)
+#include "tst_options.moc"
