@@ -43,7 +43,7 @@ void appendUtf16Le(QByteArray &out, QStringView text)
 IniFile::~IniFile()
 {
     // Owners rely on this: settings reach the disk when the object that holds them goes away.
-    if (!m_path.isEmpty())
+    if (!m_path.isEmpty() && m_saveOnDestroy)
         Save();
 }
 

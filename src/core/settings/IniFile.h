@@ -56,6 +56,8 @@ public:
     static IniColor parseColor(QStringView text);
 
     QString path() const { return m_path; }
+    // Reading tools (the CLI's reading commands) must leave the file as it is.
+    void setSaveOnDestroy(bool save) { m_saveOnDestroy = save; }
     bool isModified() const { return m_modified; }
     QStringList sections() const { return m_sectionOrder; }
     QStringList keys(const QString &section) const;
@@ -72,4 +74,5 @@ private:
     QStringList m_sectionOrder;
     QHash<QString, Section> m_sections;
     bool m_modified = false;
+    bool m_saveOnDestroy = true;
 };
