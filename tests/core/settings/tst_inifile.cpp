@@ -275,7 +275,7 @@ void TestIniFile::unreadableText_data()
     QTest::newRow("empty file") << QByteArray() << QStringList();
     QTest::newRow("one byte") << QByteArray("\xff", 1) << QStringList();
     QTest::newRow("UTF-16 without the mark") << utf16(u"[S]\r\nk=v\r\n"_s, false) << QStringList();
-    QTest::newRow("big-endian mark") << QByteArray("\xfe\xff\0[\0S\0]\0\r\0\n\0k\0=\0v", 20) << QStringList();
+    QTest::newRow("big-endian mark") << QByteArray("\xfe\xff\0[\0S\0]\0\r\0\n\0k\0=\0v\0", 20) << QStringList();
     QTest::newRow("UTF-8 with its mark") << QByteArray("\xef\xbb\xbf[S]\r\nk=v\r\n") << QStringList();
     QTest::newRow("UTF-8 without a mark") << QByteArray("[S]\r\nk=v\r\n") << QStringList();
     QTest::newRow("odd byte count drops the last byte")
