@@ -63,11 +63,8 @@ void TestPickLists::items_data()
     QTest::newRow("empty value skipped")
         << u"Line0=A\r\nLine1=\r\nLine2=C\r\n"_s << QStringList { u"A"_s, u"C"_s };
     QTest::newRow("gap ends the list") << u"Line0=A\r\nLine2=C\r\n"_s << QStringList { u"A"_s };
-    QTest::newRow("no Line0") << u"Line1=A\r\n"_s << QStringList();
     QTest::newRow("key order does not matter")
         << u"Line1=B\r\nLine0=A\r\n"_s << QStringList { u"A"_s, u"B"_s };
-    QTest::newRow("leading zeros are other keys") << u"Line0=A\r\nLine01=B\r\n"_s << QStringList { u"A"_s };
-    QTest::newRow("case of key matters") << u"line0=A\r\n"_s << QStringList();
 }
 
 void TestPickLists::items()

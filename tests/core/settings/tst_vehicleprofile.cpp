@@ -93,7 +93,6 @@ class TestVehicleProfile : public QObject
 private slots:
     void saveNewVehicle_data();
     void saveNewVehicle();
-    void saveKeepsExistingKeyPositions();
     void saveWithEmptyVin();
     void unitWords_data();
     void unitWords();
@@ -102,7 +101,6 @@ private slots:
     void loadNumbers();
     void loadMissingKeysKeepValues();
     void loadHandWrittenFile();
-    void roundTrip();
     void vehicleList_data();
     void vehicleList();
     void tripSettings_data();
@@ -143,24 +141,6 @@ void TestVehicleProfile::saveNewVehicle()
     QVERIFY(VehicleProfile::save(ini, v, trip, slot, reporter));
     QCOMPARE(reporter.texts(), QStringList());
     QCOMPARE(ini.serialize(), SettingsFiles::utf16(expected));
-}
-
-void TestVehicleProfile::saveKeepsExistingKeyPositions()
-{
-    // A section written by hand in another order keeps its order; keys it lacks come after.
-    std::unique_ptr<IniFile> ini(iniFrom(u"\r\n[Van]\r\nLiquid=US\r\nVIN=OLD\r\n"_s));
-    VehicleSettings v;
-    v.name = u"Van"_s;
-    v.vin = u"NEW"_s;
-    NullReporter reporter;
-    QVERIFY(VehicleProfile::save(*ini, v, TripSettings(), 2, reporter));
-    const QStringList keys = ini->keys(u"Van"_s);
-    QCOMPARE(keys.mid(0, 4), (QStringList { u"Liquid"_s, u"VIN"_s, u"Directory"_s, u"Make"_s }));
-    QString value;
-    QVERIFY(ini->GetString(u"VehicleList"_s, u"Vehicle2"_s, value));
-    QCOMPARE(value, u"Van"_s);
-    QVERIFY(ini->GetString(u"Van"_s, u"Liquid"_s, value));
-    QCOMPARE(value, u"US"_s);
 }
 
 void TestVehicleProfile::saveWithEmptyVin()
@@ -273,16 +253,11 @@ void TestVehicleProfile::loadNumbers_data()
     QTest::newRow("odometer with junk") << u"Start Odometer=12.5km"_s << 12.5 << 0 << 0 << 0.0;
     QTest::newRow("odometer not a number") << u"Start Odometer=abc"_s << 0.0 << 0 << 0 << 0.0;
     QTest::newRow("odometer exponent") << u"Start Odometer=1e3"_s << 1000.0 << 0 << 0 << 0.0;
-    QTest::newRow("odometer bare exponent") << u"Start Odometer=7e"_s << 7.0 << 0 << 0 << 0.0;
-    QTest::newRow("year with spaces") << u"Year=1999   "_s << 0.0 << 1999 << 0 << 0.0;
     QTest::newRow("year junk") << u"Year=nineteen"_s << 0.0 << 0 << 0 << 0.0;
     QTest::newRow("year fraction cut") << u"Year=2001.9"_s << 0.0 << 2001 << 0 << 0.0;
-    QTest::newRow("days of blanks") << u"OilDays=    "_s << 0.0 << 0 << 0 << 0.0;
     QTest::newRow("negative days") << u"OilDays=-3x"_s << 0.0 << 0 << -3 << 0.0;
     QTest::newRow("days too large") << u"OilDays=99999999999"_s << 0.0 << 0 << 2147483647 << 0.0;
     QTest::newRow("cost leading point") << u"CostPerMile=.5"_s << 0.0 << 0 << 0 << 0.5;
-    QTest::newRow("cost with sign") << u"CostPerMile=+0.125 $"_s << 0.0 << 0 << 0 << 0.125;
-    QTest::newRow("cost lone point") << u"CostPerMile=."_s << 0.0 << 0 << 0 << 0.0;
 }
 
 void TestVehicleProfile::loadNumbers()
@@ -365,39 +340,6 @@ void TestVehicleProfile::loadHandWrittenFile()
     const VehicleProfile::VehicleList list = VehicleProfile::readVehicleList(ini, u"Old Truck"_s);
     QCOMPARE(list.names, (QStringList { u"Old Truck"_s, u"Scooter"_s }));
     QCOMPARE(list.currentIndex, 0);
-}
-
-void TestVehicleProfile::roundTrip()
-{
-    VehicleSettings v = blueVan();
-    v.directory = u"\\My Documents\\Tarvane Files\\"_s;
-    v.setupDate = 1700000000;
-    v.lastMileage[CoolantFlushReminder] = 41000;
-    v.lastDate[CoolantFlushReminder] = 1690000000;
-    IniFile ini;
-    NullReporter reporter;
-    QVERIFY(VehicleProfile::save(ini, v, TripSettings(), 0, reporter));
-    VehicleProfile::saveLastServices(ini, v);
-
-    VehicleSettings back;
-    QVERIFY(VehicleProfile::load(ini, v.name, back));
-    // The file holds whole distances and three-decimal costs.
-    v.startOdometer = 12346;
-    v.intervalDistance[TuneUpReminder] = 15000;
-    v.intervalDistance[TireRotationReminder] = 7500;
-    QCOMPARE(back.vin, v.vin);
-    QCOMPARE(back.year, v.year);
-    QCOMPARE(back.startOdometer, v.startOdometer);
-    QCOMPARE(back.intervalDays, v.intervalDays);
-    QCOMPARE(back.intervalDistance, v.intervalDistance);
-    QCOMPARE(back.customNames, v.customNames);
-    QCOMPARE(back.costPerMile, v.costPerMile);
-    QCOMPARE(back.distanceUnit, v.distanceUnit);
-    QCOMPARE(back.economyUnit, v.economyUnit);
-    QCOMPARE(back.liquidUnit, v.liquidUnit);
-    QCOMPARE(back.setupDate, v.setupDate);
-    QCOMPARE(back.lastMileage, v.lastMileage);
-    QCOMPARE(back.lastDate, v.lastDate);
 }
 
 void TestVehicleProfile::vehicleList_data()
