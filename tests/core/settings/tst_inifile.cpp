@@ -275,7 +275,8 @@ void TestIniFile::unreadableText_data()
     QTest::newRow("empty file") << QByteArray() << QStringList();
     QTest::newRow("one byte") << QByteArray("\xff", 1) << QStringList();
     QTest::newRow("UTF-16 without the mark") << utf16(u"[S]\r\nk=v\r\n"_s, false) << QStringList();
-    QTest::newRow("big-endian mark") << QByteArray("\xfe\xff\0[\0S\0]\0\r\0\n\0k\0=\0v\0", 20) << QStringList();
+    QTest::newRow("big-endian mark") << QByteArray("\xfe\xff\0[\0S\0]\0\r\0\n\0k\0=\0v\0", 20)
+                                     << QStringList();
     QTest::newRow("UTF-8 with its mark") << QByteArray("\xef\xbb\xbf[S]\r\nk=v\r\n") << QStringList();
     QTest::newRow("UTF-8 without a mark") << QByteArray("[S]\r\nk=v\r\n") << QStringList();
     QTest::newRow("odd byte count drops the last byte")
@@ -545,6 +546,16 @@ void TestIniFile::savesOnDestruction()
         ini.SetInt(u"S"_s, u"n"_s, 12);
     }
     QCOMPARE(readFile(path), utf16(u"\r\n[S]\r\nnote\nk=v\r\nn=12\r\n"_s));
+
+    // A reader that opts out leaves the file exactly as it was, changes and all.
+    QVERIFY(writeFile(path, utf16(u"[S]\nk=v"_s)));
+    {
+        IniFile ini;
+        QVERIFY(ini.Load(path));
+        ini.SetString(u"S"_s, u"k"_s, u"changed"_s);
+        ini.setSaveOnDestroy(false);
+    }
+    QCOMPARE(readFile(path), utf16(u"[S]\nk=v"_s));
 
     // Without a path nothing is written anywhere.
     {
