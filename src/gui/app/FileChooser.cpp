@@ -1,0 +1,53 @@
+#include "FileChooser.h"
+
+#include <QDir>
+#include <QFileDialog>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+QString withSlash(const QString &folder)
+{
+    if (folder.isEmpty() || folder.endsWith(u'/'))
+        return folder;
+    return folder + u'/';
+}
+} // namespace
+
+QString DialogFileChooser::chooseFolder(QWidget *parent, const QString &caption, const QString &startFolder)
+{
+    return withSlash(QFileDialog::getExistingDirectory(parent, caption, startFolder));
+}
+
+QString DialogFileChooser::chooseOpenFile(QWidget *parent, const QString &caption, const QString &startFolder,
+                                          const QString &proposedName, const QString &filter)
+{
+    // Non-native so the proposed name is preselected the same way on every platform.
+    QFileDialog dialog(parent, caption, startFolder, filter);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setAcceptMode(QFileDialog::AcceptOpen);
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    if (!proposedName.isEmpty())
+        dialog.selectFile(QDir(startFolder).filePath(proposedName));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return QString();
+    return dialog.selectedFiles().constFirst();
+}
+
+QString ScriptedFileChooser::next()
+{
+    return m_answers.isEmpty() ? QString() : m_answers.dequeue();
+}
+
+QString ScriptedFileChooser::chooseFolder(QWidget *, const QString &, const QString &startFolder)
+{
+    m_requests.append(u"folder "_s + startFolder);
+    return withSlash(next());
+}
+
+QString ScriptedFileChooser::chooseOpenFile(QWidget *, const QString &, const QString &startFolder,
+                                            const QString &proposedName, const QString &)
+{
+    m_requests.append(u"file "_s + startFolder + u' ' + proposedName);
+    return next();
+}

@@ -1,0 +1,311 @@
+#include "MainWindow.h"
+
+#include "AboutDialog.h"
+#include "Banner.h"
+#include "FileChooser.h"
+#include "HelpLauncher.h"
+#include "VehicleSelector.h"
+#include "platform/CFormat.h"
+#include "session/VehicleSession.h"
+#include "widgets/IconArt.h"
+#include "widgets/TileCounter.h"
+
+#include <QCloseEvent>
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QMenuBar>
+#include <QSignalBlocker>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int MinimumControlHeight = 32;
+
+// One framed gauge: a caption over a counter, with the unit under it.
+QFrame *gauge(QWidget *parent, QLabel *caption, TileCounter *counter, QLabel *unit)
+{
+    auto *frame = new QFrame(parent);
+    frame->setObjectName(u"gauge"_s);
+    frame->setFrameShape(QFrame::StyledPanel);
+    auto *layout = new QVBoxLayout(frame);
+    layout->setContentsMargins(8, 6, 8, 6);
+    layout->setSpacing(4);
+    caption->setAlignment(Qt::AlignHCenter);
+    QFont bold = caption->font();
+    bold.setBold(true);
+    caption->setFont(bold);
+    unit->setAlignment(Qt::AlignHCenter);
+    layout->addWidget(caption);
+    layout->addWidget(counter, 0, Qt::AlignHCenter);
+    layout->addWidget(unit);
+    return frame;
+}
+
+void showCounter(TileCounter *counter, const CounterState &state)
+{
+    if (state.noData)
+        counter->setNoData();
+    else
+        counter->setTiles(state.tiles, state.text);
+}
+} // namespace
+
+MainWindow::MainWindow(VehicleSession &session, FileChooser &chooser, HelpLauncher &help, QWidget *parent)
+    : QMainWindow(parent)
+    , m_session(session)
+    , m_chooser(chooser)
+    , m_help(help)
+{
+    setWindowTitle(u"Tarvane"_s);
+    setWindowIcon(IconArt::icon(IconArt::Picture::Fuel));
+    buildActions();
+    setCentralWidget(buildCentre());
+    resize(480, 640);
+    refresh();
+}
+
+QString MainWindow::preferenceSection()
+{
+    return u"MainWindow"_s;
+}
+
+void MainWindow::buildActions()
+{
+    m_helpAction = new QAction(IconArt::icon(IconArt::Picture::Info), u"&Help"_s, this);
+    m_helpAction->setShortcut(QKeySequence::HelpContents);
+    m_helpAction->setIconText(u"Help"_s);
+    connect(m_helpAction, &QAction::triggered, this, &MainWindow::showHelp);
+
+    m_aboutAction = new QAction(IconArt::icon(IconArt::Picture::Welcome), u"&About"_s, this);
+    m_aboutAction->setShortcut(QKeySequence(u"Ctrl+Shift+A"_s));
+    m_aboutAction->setIconText(u"About"_s);
+    connect(m_aboutAction, &QAction::triggered, this, &MainWindow::showAbout);
+
+    m_backupAction = new QAction(IconArt::icon(IconArt::Picture::Backup), u"Vehicle &Backup"_s, this);
+    m_backupAction->setShortcut(QKeySequence(u"Ctrl+B"_s));
+    m_backupAction->setIconText(u"Backup"_s);
+    connect(m_backupAction, &QAction::triggered, this, &MainWindow::backupVehicle);
+
+    m_restoreAction = new QAction(IconArt::icon(IconArt::Picture::Restore), u"Vehicle &Restore"_s, this);
+    m_restoreAction->setShortcut(QKeySequence(u"Ctrl+R"_s));
+    m_restoreAction->setIconText(u"Restore"_s);
+    connect(m_restoreAction, &QAction::triggered, this, &MainWindow::restoreVehicle);
+
+    for (QAction *action : { m_helpAction, m_aboutAction, m_backupAction, m_restoreAction })
+        action->setToolTip(action->text().remove(u'&') + u" ("_s
+                           + action->shortcut().toString(QKeySequence::NativeText) + u')');
+
+    QMenu *tools = menuBar()->addMenu(u"&TOOLS"_s);
+    tools->setObjectName(u"toolsMenu"_s);
+    tools->addAction(m_helpAction);
+    tools->addAction(m_aboutAction);
+    tools->addSeparator();
+    QMenu *storage = tools->addMenu(u"&Backup / Restore"_s);
+    storage->addAction(m_backupAction);
+    storage->addAction(m_restoreAction);
+
+    QToolBar *bar = addToolBar(u"TOOLS"_s);
+    bar->setObjectName(u"toolsBar"_s);
+    bar->setMovable(false);
+    bar->setIconSize(QSize(20, 20));
+    bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    bar->addAction(m_backupAction);
+    bar->addAction(m_restoreAction);
+    bar->addSeparator();
+    bar->addAction(m_helpAction);
+    bar->addAction(m_aboutAction);
+    for (QAction *action : bar->actions())
+        if (QWidget *button = bar->widgetForAction(action))
+            button->setMinimumHeight(MinimumControlHeight);
+}
+
+QWidget *MainWindow::buildCentre()
+{
+    auto *centre = new QWidget(this);
+    auto *outer = new QVBoxLayout(centre);
+    outer->setContentsMargins(0, 0, 0, 0);
+    outer->setSpacing(0);
+    outer->addWidget(new Banner(centre));
+
+    auto *body = new QVBoxLayout;
+    body->setContentsMargins(10, 10, 10, 10);
+    body->setSpacing(10);
+    outer->addLayout(body, 1);
+
+    m_selector = new VehicleSelector(centre);
+    m_selector->setObjectName(u"vehicleSelector"_s);
+    m_selector->setAccessibleName(u"Vehicle"_s);
+    m_selector->setMinimumHeight(MinimumControlHeight + 4);
+    body->addWidget(m_selector);
+    connect(m_selector, &QComboBox::currentIndexChanged, this, &MainWindow::selectionChanged);
+    connect(m_selector, &VehicleSelector::popupShown, this, &MainWindow::dropDownOpened);
+    connect(m_selector, &VehicleSelector::popupHidden, this, &MainWindow::dropDownClosed);
+
+    m_odometer = new TileCounter(centre);
+    m_odometer->setObjectName(u"odometer"_s);
+    m_current = new TileCounter(centre);
+    m_current->setObjectName(u"currentEconomy"_s);
+    m_average = new TileCounter(centre);
+    m_average->setObjectName(u"averageEconomy"_s);
+
+    m_currentLabel = new QLabel(u"Current "_s, centre);
+    auto *gauges = new QHBoxLayout;
+    gauges->setSpacing(8);
+    gauges->addWidget(gauge(centre, new QLabel(u"Odometer"_s, centre), m_odometer, new QLabel(centre)), 3);
+    gauges->addWidget(gauge(centre, m_currentLabel, m_current, new QLabel(centre)), 2);
+    gauges->addWidget(gauge(centre, new QLabel(u"Average"_s, centre), m_average, new QLabel(centre)), 2);
+    body->addLayout(gauges);
+
+    m_noReminders = new QLabel(u"No Reminders Due"_s, centre);
+    m_noReminders->setObjectName(u"noReminders"_s);
+    m_noReminders->setAlignment(Qt::AlignHCenter);
+    body->addWidget(m_noReminders);
+
+    m_reminders = new QListWidget(centre);
+    m_reminders->setObjectName(u"reminders"_s);
+    m_reminders->setAccessibleName(u"Reminders"_s);
+    m_reminders->setIconSize(QSize(20, 20));
+    m_reminders->setUniformItemSizes(true);
+    m_reminders->setAlternatingRowColors(true);
+    m_reminders->setWordWrap(false);
+    body->addWidget(m_reminders, 1);
+
+    centre->setStyleSheet(u"QFrame#gauge { border: 1px solid palette(mid); border-radius: 6px;"
+                          " background: palette(alternate-base); }"
+                          " QFrame#gauge QLabel { border: none; background: transparent; }"_s);
+    return centre;
+}
+
+void MainWindow::refresh()
+{
+    fillSelector();
+    showCounters();
+    showReminders();
+}
+
+void MainWindow::fillSelector()
+{
+    m_filling = true;
+    const QSignalBlocker blocker(m_selector);
+    m_selector->clear();
+    m_selector->addItems(m_session.vehicleNames());
+    m_selector->setCurrentIndex(m_session.currentVehicleIndex());
+    m_filling = false;
+}
+
+void MainWindow::showCounters()
+{
+    const MainScreenFigures &figures = m_session.figures();
+    showCounter(m_odometer, figures.odometer);
+    showCounter(m_current, figures.currentEconomy);
+    showCounter(m_average, figures.averageEconomy);
+
+    // The unit lines under the counters.
+    const VehicleSettings &vehicle = m_session.vehicle();
+    const QString distance = vehicle.distanceUnit == 1 ? u"Km"_s : u"Miles"_s;
+    const QString economy = CVCItem::economyUnitName(vehicle.economyUnit);
+    const QList<QFrame *> frames = centralWidget()->findChildren<QFrame *>(u"gauge"_s);
+    for (QFrame *frame : frames) {
+        const QList<QLabel *> labels = frame->findChildren<QLabel *>();
+        if (labels.size() < 2)
+            continue;
+        labels.last()->setText(frame->isAncestorOf(m_odometer) ? distance : economy);
+    }
+    m_current->setToolTip(figures.economyAlert ? m_current->text() + u" (below average)"_s
+                                               : m_current->text());
+    m_odometer->setStatusTip(figures.openTripText);
+}
+
+void MainWindow::showReminders()
+{
+    m_reminders->clear();
+    for (const ReminderListLine &line : m_session.reminders()) {
+        auto *item = new QListWidgetItem(IconArt::reminderIcon(line.icon), line.text, m_reminders);
+        item->setData(Qt::UserRole, line.icon); // the picture number, for tests and scripts
+        item->setSizeHint(QSize(0, MinimumControlHeight));
+    }
+    m_noReminders->setVisible(m_reminders->count() == 0);
+}
+
+void MainWindow::selectionChanged(int index)
+{
+    if (m_filling || index < 0)
+        return;
+    m_session.selectVehicle(m_selector->itemText(index));
+    refresh();
+}
+
+void MainWindow::dropDownOpened()
+{
+    m_session.dropDownOpened();
+    showCounters();
+    showReminders();
+}
+
+void MainWindow::dropDownClosed()
+{
+    m_session.dropDownClosed();
+    showCounters();
+    showReminders();
+}
+
+void MainWindow::showHelp()
+{
+    m_help.showHelp(this);
+}
+
+void MainWindow::showAbout()
+{
+    AboutDialog dialog(m_session.dataFolder(), this);
+    dialog.exec();
+}
+
+void MainWindow::backupVehicle()
+{
+    if (m_session.isBusy())
+        return;
+    const QString folder
+        = m_chooser.chooseFolder(this, u"Vehicle Backup"_s, m_session.context().paths.root());
+    if (folder.isEmpty())
+        return;
+    m_session.backupVehicle(folder);
+    refresh();
+}
+
+void MainWindow::restoreVehicle()
+{
+    const QString proposed = cformat("%s.bak", m_session.vehicle().vin.toUtf8().constData());
+    const QString file
+        = m_chooser.chooseOpenFile(this, u"Vehicle Restore"_s, m_session.context().paths.root(), proposed,
+                                   u"Backups (*.bak);;All files (*)"_s);
+    if (file.isEmpty())
+        return;
+    m_session.restoreVehicle(file);
+    refresh();
+}
+
+bool MainWindow::restoreWindowGeometry()
+{
+    const QString saved
+        = m_session.context().preferences().getString(preferenceSection(), u"Geometry"_s, QString());
+    if (saved.isEmpty())
+        return false;
+    return restoreGeometry(QByteArray::fromBase64(saved.toLatin1()));
+}
+
+void MainWindow::saveWindowGeometry()
+{
+    m_session.context().preferences().writeString(preferenceSection(), u"Geometry"_s,
+                                                  QString::fromLatin1(saveGeometry().toBase64()));
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    saveWindowGeometry();
+    m_session.saveOptions();
+    event->accept();
+}
