@@ -6,20 +6,19 @@
 
 #include <memory>
 
+#include "calc/MainScreenStatus.h"
+#include "calc/ReminderEngine.h"
 #include "log/CVCItem.h"
 #include "log/LogScan.h"
+#include "log/VehicleLog.h"
 #include "platform/AppContext.h"
 #include "settings/VehicleSettings.h"
 
 class IniFile;
+class Options;
 
 // One line of the main screen's reminder list: its text and its small icon (0..7).
-struct ReminderListLine
-{
-    QString text;
-    int icon = 0;
-    bool operator==(const ReminderListLine &) const = default;
-};
+using ReminderListLine = ReminderLine;
 
 // A counter of the main screen: the tile numbers it shows, or "No Data".
 struct CounterState
@@ -32,11 +31,11 @@ struct CounterState
 // What the main screen shows for the open vehicle.
 struct MainScreenFigures
 {
-    CounterState odometer;       // seven whole-number tiles
+    CounterState odometer; // seven whole-number tiles
     CounterState currentEconomy; // decimal tiles, alert set when the average is greater
     CounterState averageEconomy;
     bool economyAlert = false;
-    QString openTripText;        // "There are %d open trips."
+    QString openTripText; // "There are %d open trips."
 };
 
 // The program's state between start-up and exit: options, settings file, the current vehicle's
@@ -52,8 +51,9 @@ public:
 
     // Start-up: options, settings location (templates copied when missing), vehicle list,
     // profile, database open with scan and reminders. Read-only sessions (the CLI's reading
-    // commands) create what is missing but never rewrite an existing file.
-    void start(bool readOnly = false);
+    // commands) create what is missing but never rewrite an existing file. A vehicle name given
+    // here is opened instead of the options' current vehicle, without becoming the current one.
+    void start(bool readOnly = false, const QString &vehicle = QString());
     // The last start-up step: save the database, the last-done values, SetupDate and Versions.
     void saveAfterStartup();
     // Exit: write the options.
@@ -69,12 +69,16 @@ public:
     void dropDownClosed();
     // Reopen the database: read, scan, counters, reminders.
     void reopen();
+    // Replaces the list (after a recalculation), saves it and reopens.
+    bool replaceEntries(EntryList entries);
 
     const VehicleSettings &vehicle() const { return m_vehicle; }
     const TripSettings &tripSettings() const { return m_tripSettings; }
-    const EntryList &entries() const { return m_entries; }
-    const LogScan &scan() const { return m_scan; }
+    const EntryList &entries() const { return m_log.entries(); }
+    const LogScan &scan() const { return m_log.scan(); }
     const MainScreenFigures &figures() const { return m_figures; }
+    // The figures, texts and reminder run of the last open.
+    const MainScreenStatus &status() const { return m_status; }
     // Top to bottom.
     const QList<ReminderListLine> &reminders() const { return m_reminders; }
 
@@ -92,29 +96,41 @@ public:
     void addFullBackupLine();
     void addFullRestoreLine();
 
+    // The host data folder (ends with "/").
     QString dataFolder() const;
+    // The file of the current vehicle's log.
+    QString databasePath() const;
+    // Raised by Setup when it creates a vehicle: the next save writes an empty log.
+    void setFreshDatabase(bool fresh) { m_log.setFreshDatabase(fresh); }
+    // Saves the current vehicle's database (the list in memory); false after the message.
+    bool saveDatabase();
     quint32 programNow() const { return m_now; }
     AppContext &context() { return m_context; }
     IniFile &settings();
 
 private:
     void loadProfile();
-    void runScanAndReminders();
+    void refreshFigures();
     void resetCounters();
+    void saveLastServices();
+    bool hasProfile() const;
+    LogScanSettings scanSettings() const;
+    void openReadOnly();
 
     AppContext &m_context;
     std::unique_ptr<IniFile> m_settings;
+    std::unique_ptr<Options> m_options;
     bool m_readOnly = false;
+    bool m_started = false;
     bool m_busy = false;
-    bool m_freshDatabase = false;
     quint32 m_now = 0;
     QString m_installPath;
     QString m_currentName;
     QStringList m_vehicleNames;
     VehicleSettings m_vehicle;
     TripSettings m_tripSettings;
-    EntryList m_entries;
-    LogScan m_scan;
+    VehicleLog m_log;
     MainScreenFigures m_figures;
+    MainScreenStatus m_status;
     QList<ReminderListLine> m_reminders;
 };

@@ -1,0 +1,317 @@
+#include "VehicleSession.h"
+
+#include <QFile>
+
+#include "calc/CounterTiles.h"
+#include "calc/MainScreenStatus.h"
+#include "log/LogArchive.h"
+#include "log/VehicleBackup.h"
+#include "platform/CFormat.h"
+#include "settings/IniFile.h"
+#include "settings/Options.h"
+#include "settings/PreferenceSections.h"
+#include "settings/SettingsLocator.h"
+#include "settings/VehicleProfile.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+CounterState counter(const QList<int> &tiles, const QString &text)
+{
+    CounterState state;
+    state.tiles = tiles;
+    state.noData = false;
+    state.text = text;
+    return state;
+}
+
+CounterState noData(const QList<int> &tiles)
+{
+    CounterState state;
+    state.tiles = tiles;
+    state.noData = true;
+    return state;
+}
+
+} // namespace
+
+VehicleSession::VehicleSession(AppContext &context)
+    : m_context(context)
+    , m_settings(std::make_unique<IniFile>())
+    , m_options(std::make_unique<Options>(context.optionsStore, context.reporter, context.clock))
+{
+    resetCounters();
+}
+
+VehicleSession::~VehicleSession() = default;
+
+IniFile &VehicleSession::settings()
+{
+    return *m_settings;
+}
+
+QString VehicleSession::dataFolder() const
+{
+    return m_context.paths.dataFolder();
+}
+
+QString VehicleSession::databasePath() const
+{
+    return VehicleLog::databasePath(dataFolder(), m_vehicle.vin);
+}
+
+int VehicleSession::currentVehicleIndex() const
+{
+    return m_vehicleNames.indexOf(m_currentName);
+}
+
+bool VehicleSession::hasProfile() const
+{
+    return m_settings->hasSection(m_currentName);
+}
+
+LogScanSettings VehicleSession::scanSettings() const
+{
+    LogScanSettings settings;
+    settings.startOdometer = m_vehicle.startOdometer;
+    settings.customNames = m_vehicle.customNames;
+    return settings;
+}
+
+void VehicleSession::start(bool readOnly, const QString &vehicle)
+{
+    m_readOnly = readOnly;
+    m_settings->setSaveOnDestroy(!readOnly);
+    m_now = m_context.clock.now();
+
+    m_options->load();
+    m_currentName = vehicle.isEmpty() ? m_options->name : vehicle;
+    m_installPath = m_options->path;
+
+    SettingsLocator locator(m_context.paths, m_context.reporter);
+    if (locator.locate(m_installPath, *m_settings)) {
+        const VehicleProfile::VehicleList list = VehicleProfile::readVehicleList(*m_settings, m_currentName);
+        m_vehicleNames = list.names;
+        VehicleProfile::loadTripSettings(*m_settings, m_tripSettings);
+    }
+    VehicleProfile::resetToDefaults(m_vehicle);
+    loadProfile();
+    m_started = true;
+    reopen();
+}
+
+void VehicleSession::loadProfile()
+{
+    m_vehicle.name = m_currentName;
+    VehicleProfile::load(*m_settings, m_currentName, m_vehicle);
+}
+
+void VehicleSession::openReadOnly()
+{
+    // Reading tools look at the file as it is: nothing is created, moved or rewritten.
+    EntryList entries;
+    const QString path = databasePath();
+    if (!VehicleLog::isSafeVin(VehicleLog::effectiveVin(m_vehicle.vin))) {
+        m_context.reporter.error(VehicleLog::openErrorFormat().arg(path));
+    } else if (QFile::exists(path)) {
+        LogArchive archive;
+        if (!archive.read(path, entries)) {
+            m_context.reporter.error(archive.errorString());
+            entries.clear();
+        }
+    }
+    m_log.setEntries(std::move(entries));
+    m_log.rescan(scanSettings());
+}
+
+void VehicleSession::reopen()
+{
+    if (m_readOnly)
+        openReadOnly();
+    else
+        m_log.open(dataFolder(), m_vehicle.vin, scanSettings(), m_context.reporter, m_context.clock);
+    refreshFigures();
+}
+
+void VehicleSession::refreshFigures()
+{
+    Preferences preferences = m_context.preferences();
+    const QString lastBackup
+        = preferences.getString(PreferenceSections::listAttributes(), u"LastBackupDate"_s, u"Unknown"_s);
+    const MainScreenStatus status
+        = MainScreen::status(m_vehicle, m_log.scan(), m_log.entries(), m_context.clock.now(), lastBackup);
+    // The reminder run's time is the program's current time until the next run.
+    m_now = status.reminders.now;
+    m_reminders = status.reminders.lines;
+    if (!m_readOnly)
+        ReminderEngine::writeToday(preferences, status.reminders);
+
+    const bool open = hasProfile();
+    m_figures.odometer = open ? counter(status.odometerTiles, status.lastOdometerText.trimmed())
+                              : noData(status.odometerTiles);
+    // Economy counters stay at "No Data" until the log holds a full fill-up.
+    const bool economy = open && m_log.scan().hasFullFill;
+    m_figures.currentEconomy = economy
+        ? counter(status.currentEconomyTiles, cformat("%3.2f", status.currentEconomy))
+        : noData(status.currentEconomyTiles);
+    m_figures.averageEconomy = economy
+        ? counter(status.averageEconomyTiles, cformat("%3.2f", status.averageEconomy))
+        : noData(status.averageEconomyTiles);
+    m_figures.economyAlert = status.averageEconomy > status.currentEconomy;
+    m_figures.openTripText = status.openTripsText;
+}
+
+void VehicleSession::resetCounters()
+{
+    m_figures.odometer = noData(CounterTiles::wholeNumber(m_vehicle.startOdometer));
+    m_figures.currentEconomy = noData(CounterTiles::decimal(0.0));
+    m_figures.averageEconomy = noData(CounterTiles::decimal(0.0));
+    m_figures.economyAlert = false;
+    m_figures.openTripText.clear();
+}
+
+bool VehicleSession::saveDatabase()
+{
+    if (m_readOnly)
+        return false;
+    return m_log.save(dataFolder(), m_vehicle.vin, m_context.reporter);
+}
+
+void VehicleSession::saveLastServices()
+{
+    if (m_readOnly || !hasProfile())
+        return;
+    // The scan's last services replace the stored ones; a reminder the log never matched keeps
+    // what the profile had, so values set by hand in Setup survive a log without such entries.
+    const LogScan &scan = m_log.scan();
+    for (int i = 0; i < ReminderCount; ++i) {
+        if (scan.lastServiceOdometer[i] != 0.0 || scan.lastServiceDate[i] != 0) {
+            m_vehicle.lastMileage[i] = scan.lastServiceOdometer[i];
+            m_vehicle.lastDate[i] = scan.lastServiceDate[i];
+        }
+    }
+    VehicleProfile::saveLastServices(*m_settings, m_vehicle);
+}
+
+void VehicleSession::saveAfterStartup()
+{
+    if (m_readOnly)
+        return;
+    saveDatabase();
+    saveLastServices();
+}
+
+bool VehicleSession::saveOptions()
+{
+    if (m_readOnly)
+        return false;
+    m_options->name = m_currentName;
+    m_options->path = m_installPath;
+    return m_options->save(m_vehicle, m_log.scan().lastOdometer);
+}
+
+void VehicleSession::selectVehicle(const QString &name)
+{
+    m_currentName = name;
+    m_options->name = name;
+    if (!m_readOnly)
+        m_options->save(m_vehicle, m_log.scan().lastOdometer);
+    m_reminders.clear();
+    loadProfile();
+    resetCounters();
+    reopen();
+}
+
+void VehicleSession::dropDownOpened()
+{
+    // Every folder maps to the one data folder here; what remains of the old behaviour is
+    // the save of the open vehicle and a fresh reload before another one is picked.
+    if (m_readOnly || !hasProfile())
+        return;
+    saveDatabase();
+    saveLastServices();
+    loadProfile();
+    reopen();
+}
+
+void VehicleSession::dropDownClosed()
+{
+    if (m_readOnly || !hasProfile())
+        return;
+    saveDatabase();
+    saveLastServices();
+}
+
+CVCItem VehicleSession::newEntry(CVCItem::EntryType type) const
+{
+    CVCItem item;
+    item.entryType = type;
+    item.odometer = m_log.scan().lastOdometer;
+    item.entryDate = m_now;
+    item.newEntryMark = CVCItem::NewEntryMark;
+    if (type == CVCItem::Trip)
+        item.iconIndex = 19;
+    return item;
+}
+
+bool VehicleSession::addEntry(const CVCItem &item)
+{
+    // A form closed on an untouched record leaves its odometer below 1: it is dropped silently.
+    if (!item.HasOdometer())
+        return false;
+    m_log.entries().push_back(item);
+    const bool saved = saveDatabase();
+    reopen();
+    return saved;
+}
+
+bool VehicleSession::replaceEntries(EntryList entries)
+{
+    m_log.setEntries(std::move(entries));
+    const bool saved = saveDatabase();
+    reopen();
+    return saved;
+}
+
+bool VehicleSession::backupVehicle(const QString &folder)
+{
+    if (m_vehicle.vin.isEmpty())
+        m_vehicle.vin = VehicleLog::effectiveVin(m_vehicle.vin);
+    return VehicleBackup::backup(m_log.entries(), folder, m_vehicle.vin, m_context.reporter, m_busy);
+}
+
+bool VehicleSession::restoreVehicle(const QString &file)
+{
+    if (m_readOnly)
+        return false;
+    const bool restored
+        = VehicleBackup::restore(m_log, file, m_currentName, dataFolder(), m_vehicle.vin, m_context.reporter);
+    reopen();
+    return restored;
+}
+
+void VehicleSession::addFullBackupLine()
+{
+    const QString date = m_context.preferences().getString(PreferenceSections::listAttributes(),
+                                                           u"LastBackupDate"_s, u"Unknown"_s);
+    m_reminders.prepend({ u"Full Backup: "_s + date, 6 });
+}
+
+void VehicleSession::addFullRestoreLine()
+{
+    // Everything is reloaded from the restored files first, so the line stays visible on top.
+    SettingsLocator locator(m_context.paths, m_context.reporter);
+    if (locator.reload(*m_settings)) {
+        const VehicleProfile::VehicleList list = VehicleProfile::readVehicleList(*m_settings, m_currentName);
+        m_vehicleNames = list.names;
+        VehicleProfile::loadTripSettings(*m_settings, m_tripSettings);
+        loadProfile();
+    }
+    resetCounters();
+    m_reminders.clear();
+    reopen();
+    const QString date = m_context.preferences().getString(PreferenceSections::listAttributes(),
+                                                           u"LastRestoreDate"_s, u"Unknown"_s);
+    m_reminders.prepend({ u"Full Restore: "_s + date, 7 });
+}
