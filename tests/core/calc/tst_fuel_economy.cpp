@@ -56,12 +56,8 @@ class TestFuelEconomy : public QObject
     Q_OBJECT
 
 private slots:
-    void unitTexts_data();
-    void unitTexts();
     void fillUp_data();
     void fillUp();
-    void fillUpTotal_data();
-    void fillUpTotal();
     void reconcile_data();
     void reconcile();
     void economyText_data();
@@ -69,40 +65,6 @@ private slots:
     void mainScreenLines_data();
     void mainScreenLines();
 };
-
-void TestFuelEconomy::unitTexts_data()
-{
-    QTest::addColumn<QStringList>("actual");
-    QTest::addColumn<QStringList>("expected");
-    auto all = [](QString (*f)(int), int count) {
-        QStringList texts;
-        for (int i = -1; i <= count; ++i)
-            texts << f(i);
-        return texts;
-    };
-    QTest::newRow("distance profile") << all(Units::distanceProfileWord, 2)
-                                      << QStringList { QString(), u"Mile"_s, u"Kilometer"_s, QString() };
-    QTest::newRow("liquid profile") << all(Units::liquidProfileWord, 3)
-                                    << QStringList { QString(), u"US"_s, u"Imp"_s, u"Litre"_s, QString() };
-    QTest::newRow("economy profile") << all(Units::economyProfileWord, 5)
-                                     << QStringList { QString(), u"MPG"_s, u"MPL"_s, u"L/100km"_s,
-                                                      u"MPiG"_s, u"KPL"_s, QString() };
-    QTest::newRow("liquid combo") << all(Units::liquidComboText, 3)
-                                  << QStringList { QString(), u"Gallons"_s, u"Imp. Gallons"_s, u"Litres"_s,
-                                                   QString() };
-    QTest::newRow("economy screen") << all(Units::economyScreenText, 5)
-                                    << QStringList { QString(), u"MPG"_s, u"MPL"_s, u"L/100km"_s,
-                                                     u"MPGi"_s, u"KPL"_s, QString() };
-    QTest::newRow("reminder unit word")
-        << all(Units::reminderUnitWord, 2) << QStringList { u"Miles"_s, u"Miles"_s, u"Km"_s, u"Miles"_s };
-}
-
-void TestFuelEconomy::unitTexts()
-{
-    QFETCH(QStringList, actual);
-    QFETCH(QStringList, expected);
-    QCOMPARE(actual, expected);
-}
 
 void TestFuelEconomy::fillUp_data()
 {
@@ -142,9 +104,10 @@ void TestFuelEconomy::fillUp_data()
                                     << 1000.0 << u"12.50"_s << u"50.00"_s << 2;
     QTest::newRow("kilometres L/100km") << 1500.0 << u"40"_s << u"1"_s << u"Litres"_s << 1 << 2 << 0.0
                                         << 1000.0 << u"8.00"_s << u"40.00"_s << 2;
-    // After a partial fill at 1150 the last full fill-up is still 1000: the distance spans it.
-    QTest::newRow("after a partial fill") << 1300.0 << u"10"_s << u"3"_s << u"Gallons"_s << 0 << 0 << 500.0
-                                          << 1000.0 << u"30.00"_s << u"30.00"_s << 0;
+    // A partial fill gets its own economy from the form; the next full one still measures from
+    // the last full fill-up (1000), as the first row does.
+    QTest::newRow("partial fill") << 1150.0 << u"5"_s << u"3"_s << u"Gallons"_s << 0 << 0 << 500.0 << 1000.0
+                                  << u"30.00"_s << u"15.00"_s << 0;
     QTest::newRow("odometer at last full") << 1000.0 << u"10"_s << u"3"_s << u"Gallons"_s << 0 << 0 << 500.0
                                            << 1000.0 << u"12.34"_s << u"5.00"_s << 0;
     QTest::newRow("odometer below last full") << 900.0 << u"10"_s << u"3"_s << u"Litres"_s << 0 << 0 << 500.0
@@ -206,23 +169,6 @@ void TestFuelEconomy::fillUp()
     QTEST(cformat("%.2f", result.economy), "expectedEconomy");
     QTEST(cformat("%.2f", result.amount), "expectedAmount");
     QTEST(result.liquidUnit, "expectedLiquid");
-}
-
-void TestFuelEconomy::fillUpTotal_data()
-{
-    QTest::addColumn<QString>("quantity");
-    QTest::addColumn<QString>("price");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("plain") << u"12.5"_s << u"3.16"_s << u"39.500"_s;
-    QTest::newRow("negative price") << u"12.5"_s << u"-3"_s << u"0.000"_s;
-    QTest::newRow("text") << u"x"_s << u"3"_s << u"0.000"_s;
-}
-
-void TestFuelEconomy::fillUpTotal()
-{
-    QFETCH(QString, quantity);
-    QFETCH(QString, price);
-    QTEST(cformat("%.3f", FuelEconomy::fillUpTotal(quantity, price)), "expected");
 }
 
 void TestFuelEconomy::reconcile_data()
