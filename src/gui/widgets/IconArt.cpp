@@ -298,38 +298,37 @@ void sparkPlug(QPainter &p, const QColor &bg)
 {
     QTransform t;
     t.translate(16, 16);
-    t.rotate(35);
+    t.rotate(30);
     t.translate(-16, -16);
-    QPainterPath plug = roundRect(14.6, 3, 2.8, 4, 0.8);
-    plug = plug.united(roundRect(13, 6.5, 6, 8.5, 2));
-    plug = plug.united(roundRect(11, 15, 10, 4.5, 1));
-    plug = plug.united(QPainterPath([] {
-        QPainterPath path;
-        path.addRect(QRectF(13, 19.5, 6, 5));
-        return path;
-    }()));
+    QPainterPath plug = roundRect(14.5, 2.5, 3, 3.5, 0.8);
+    plug = plug.united(roundRect(12.8, 5.5, 6.4, 9, 2.2));
+    plug = plug.united(roundRect(10.5, 14.5, 11, 4.5, 1));
+    plug = plug.united(roundRect(13, 18.5, 6, 5, 0.6));
     fill(p, t.map(plug));
-    QPainterPath threads;
-    for (qreal y : { 20.8, 22.6 }) {
-        threads.moveTo(13, y);
-        threads.lineTo(19, y);
+    // Ribs on the insulator.
+    QPainterPath ribs;
+    for (qreal y : { 8.5, 11.5 }) {
+        ribs.moveTo(12.8, y);
+        ribs.lineTo(19.2, y);
     }
-    p.setPen(strokePen(0.9, bg));
-    p.drawPath(t.map(threads));
+    p.setPen(strokePen(1.1, bg));
+    p.drawPath(t.map(ribs));
     QPainterPath electrode;
-    electrode.moveTo(16, 24.5);
-    electrode.lineTo(16, 27.5);
-    electrode.lineTo(19, 27.5);
-    p.setPen(strokePen(1.6));
+    electrode.moveTo(16, 23.5);
+    electrode.lineTo(16, 27);
+    electrode.moveTo(13.5, 23.5);
+    electrode.lineTo(13.5, 28.8);
+    electrode.lineTo(16.5, 28.8);
+    p.setPen(strokePen(1.5));
     p.setBrush(Qt::NoBrush);
     p.drawPath(t.map(electrode));
     // The spark, in yellow.
-    const QPointF spark = t.map(QPointF(20.5, 26));
-    p.setPen(strokePen(1.5, QColor(0xff, 0xd5, 0x4f)));
+    const QPointF spark = t.map(QPointF(18.5, 27.5));
+    p.setPen(strokePen(1.6, QColor(0xff, 0xd5, 0x4f)));
     for (int i = 0; i < 3; ++i) {
-        const qreal a = qDegreesToRadians(-30.0 + i * 45.0);
-        p.drawLine(spark + QPointF(std::cos(a), std::sin(a)) * 1.5,
-                   spark + QPointF(std::cos(a), std::sin(a)) * 4.0);
+        const qreal a = qDegreesToRadians(-20.0 + i * 50.0);
+        const QPointF dir(std::cos(a), std::sin(a));
+        p.drawLine(spark + dir * 1.2, spark + dir * 3.6);
     }
 }
 
@@ -406,23 +405,20 @@ void airFilter(QPainter &p, const QColor &bg)
     p.drawPolyline(pleats);
 }
 
-void wipers(QPainter &p, const QColor &bg)
+void spring(QPainter &p)
 {
-    // A windscreen with the blade half way through its sweep.
-    QPainterPath glass;
-    glass.moveTo(4, 25);
-    glass.lineTo(8, 9.5);
-    glass.quadTo(16, 6.5, 24, 9.5);
-    glass.lineTo(28, 25);
-    glass.quadTo(16, 23, 4, 25);
-    fill(p, glass);
-    QPen sweep = strokePen(1.3, bg);
-    sweep.setDashPattern({ 1.2, 1.6 });
-    p.setPen(sweep);
+    // A suspension coil between its two seats.
+    fill(p, roundRect(8, 4.5, 16, 3, 1.2));
+    fill(p, roundRect(8, 24.5, 16, 3, 1.2));
+    p.setPen(strokePen(2.3));
     p.setBrush(Qt::NoBrush);
-    p.drawArc(QRectF(5, 10, 22, 22), 20 * 16, 140 * 16);
-    line(p, { 16, 22.5 }, { 10, 12 }, 2.4, bg);
-    fill(p, circle({ 16, 22.5 }, 2.0), bg);
+    QPolygonF coil;
+    coil << QPointF(11, 8);
+    for (int i = 0; i < 4; ++i) {
+        coil << QPointF(22, 9.5 + i * 4.0) << QPointF(10, 11.5 + i * 4.0);
+    }
+    coil << QPointF(21, 24);
+    p.drawPolyline(coil);
 }
 
 void lights(QPainter &p)
@@ -438,13 +434,15 @@ void lights(QPainter &p)
 
 void exhaust(QPainter &p)
 {
-    fill(p, roundRect(4, 14, 17, 10, 5));
-    line(p, { 20, 19 }, { 26, 19 }, 3.2);
+    // Pipe in, silencer, tail pipe, and a puff of smoke.
+    line(p, { 3, 22 }, { 6, 22 }, 2.6);
+    fill(p, roundRect(5, 16, 15, 10, 4));
+    line(p, { 19, 19.5 }, { 25, 19.5 }, 3.0);
     p.setPen(strokePen(1.8));
     p.setBrush(Qt::NoBrush);
-    p.drawEllipse(QPointF(26.5, 12.5), 2.3, 2.3);
-    p.drawEllipse(QPointF(22, 8.5), 1.7, 1.7);
-    p.drawEllipse(QPointF(27, 5.5), 1.2, 1.2);
+    p.drawEllipse(QPointF(26, 12.5), 2.4, 2.4);
+    p.drawEllipse(QPointF(21.5, 9), 1.8, 1.8);
+    p.drawEllipse(QPointF(26.5, 5.5), 1.3, 1.3);
 }
 
 void clipboard(QPainter &p, const QColor &bg)
@@ -492,17 +490,21 @@ void snowflake(QPainter &p)
 
 void tireAt(QPainter &p, const QColor &bg, QPointF c, qreal r)
 {
+    // A tyre with slanted tread grooves around a rim with its wheel nuts.
     fill(p, circle(c, r));
-    // Tread blocks notched into the rim.
-    p.setPen(QPen(bg, r * 0.12, Qt::SolidLine, Qt::FlatCap));
-    for (int i = 0; i < 12; ++i) {
-        const qreal a = qDegreesToRadians(i * 30.0);
-        const QPointF dir(std::cos(a), std::sin(a));
-        p.drawLine(c + dir * (r * 0.82), c + dir * (r + 0.5));
+    p.setPen(QPen(bg, qMax(0.8, r * 0.1), Qt::SolidLine, Qt::FlatCap));
+    for (int i = 0; i < 14; ++i) {
+        const qreal a = qDegreesToRadians(i * 360.0 / 14);
+        const qreal b = a + qDegreesToRadians(14.0);
+        p.drawLine(c + QPointF(std::cos(a), std::sin(a)) * (r + 0.5),
+                   c + QPointF(std::cos(b), std::sin(b)) * (r * 0.8));
     }
-    fill(p, circle(c, r * 0.55), bg);
-    fill(p, circle(c, r * 0.36));
-    fill(p, circle(c, r * 0.1), bg);
+    fill(p, circle(c, r * 0.62), bg);
+    fill(p, circle(c, r * 0.5));
+    for (int i = 0; i < 5; ++i) {
+        const qreal a = qDegreesToRadians(-90.0 + i * 72.0);
+        fill(p, circle(c + QPointF(std::cos(a), std::sin(a)) * (r * 0.3), r * 0.07), bg);
+    }
 }
 
 void tire(QPainter &p, const QColor &bg)
@@ -523,8 +525,9 @@ void rotateTires(QPainter &p, const QColor &bg)
         const qreal a = qDegreesToRadians(degrees);
         return QPointF(16 + 12 * std::cos(a), 16 - 12 * std::sin(a));
     };
-    arrowHead(p, at(226), 180 - 226 + 90 + 180, 4.5);
-    arrowHead(p, at(46), 180 - 46 + 90 + 180, 4.5);
+    // The tangent of a counter-clockwise turn at angle a points along -a - 90 on screen.
+    arrowHead(p, at(226), -226 - 90, 4.5);
+    arrowHead(p, at(46), -46 - 90, 4.5);
 }
 
 void drawFigure(QPainter &p, Picture picture, const QColor &bg)
@@ -581,8 +584,8 @@ void drawFigure(QPainter &p, Picture picture, const QColor &bg)
     case Picture::AirFilter:
         airFilter(p, bg);
         break;
-    case Picture::Wipers:
-        wipers(p, bg);
+    case Picture::Suspension:
+        spring(p);
         break;
     case Picture::Lights:
         lights(p);
@@ -712,7 +715,7 @@ IconArt::Picture IconArt::resourcePicture(int resourceId)
 {
     // "I10" is a tyre, so the data view's picture for index 17 suits "Rotate Tires" as well.
     static constexpr Picture choices[10]
-        = { Picture::Battery,         Picture::Brakes,  Picture::AirFilter,  Picture::Wipers,
+        = { Picture::Battery,         Picture::Brakes,  Picture::AirFilter,  Picture::Suspension,
             Picture::Lights,          Picture::Exhaust, Picture::Inspection, Picture::Wash,
             Picture::AirConditioning, Picture::Tire };
     static constexpr Picture predefined[5] = { Picture::OilChange, Picture::TuneUp, Picture::Transmission,

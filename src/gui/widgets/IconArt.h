@@ -32,7 +32,7 @@ public:
         Battery,
         Brakes,
         AirFilter,
-        Wipers,
+        Suspension,
         Lights,
         Exhaust,
         Inspection,
