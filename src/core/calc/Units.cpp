@@ -1,10 +1,10 @@
 #include "Units.h"
 
-#include <charconv>
 #include <cmath>
 #include <limits>
 
 #include "platform/CFormat.h"
+#include "settings/LenientNumber.h"
 
 using namespace Qt::StringLiterals;
 
@@ -130,18 +130,7 @@ QString economyText(double economyValue, double storedUnit)
 
 double parseLenient(const QString &text)
 {
-    const QByteArray bytes = text.toUtf8();
-    const char *begin = bytes.constData();
-    const char *end = begin + bytes.size();
-    while (begin != end && (*begin == ' ' || *begin == '\t' || *begin == '\n' || *begin == '\r'))
-        ++begin;
-    if (begin != end && *begin == '+')
-        ++begin;
-    double value = 0.0;
-    const auto result = std::from_chars(begin, end, value);
-    if (result.ec == std::errc::result_out_of_range)
-        return 0.0;
-    return result.ec == std::errc() ? value : 0.0;
+    return LenientNumber::toDouble(text);
 }
 
 } // namespace Units
