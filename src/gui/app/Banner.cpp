@@ -3,6 +3,7 @@
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
+#include <QRadialGradient>
 
 using namespace Qt::StringLiterals;
 
@@ -35,18 +36,24 @@ void Banner::paint(QPainter &painter, const QRect &rect, const QString &subtitle
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setClipRect(rect);
 
+    const qreal h = rect.height();
+    const qreal right = rect.right() + 1;
+
     // Dusk sky.
     QLinearGradient sky(rect.topLeft(), rect.bottomLeft());
     sky.setColorAt(0.0, QColor(0x1b, 0x2a, 0x41));
     sky.setColorAt(1.0, QColor(0x32, 0x4a, 0x6d));
     painter.fillRect(rect, sky);
+    // Last light on the horizon behind the road.
+    QRadialGradient glow(QPointF(right - h * 2.4, rect.top() + h * 0.42), h * 2.2);
+    glow.setColorAt(0.0, QColor(0xf2, 0xa6, 0x4e, 150));
+    glow.setColorAt(1.0, QColor(0xf2, 0xa6, 0x4e, 0));
+    painter.fillRect(rect, glow);
 
     // The road: a trapezoid from the bottom edge to a vanishing point on the right.
-    const qreal h = rect.height();
-    const qreal right = rect.right() + 1;
-    const QPointF vanish(right - h * 1.6, rect.top() + h * 0.38);
-    const qreal baseHalf = h * 1.5;
-    const QPointF baseCentre(right - h * 1.1, rect.bottom() + 1);
+    const QPointF vanish(right - h * 2.4, rect.top() + h * 0.42);
+    const qreal baseHalf = h * 1.9;
+    const QPointF baseCentre(right - h * 1.2, rect.bottom() + 1);
 
     QPainterPath land;
     land.moveTo(rect.left(), vanish.y());

@@ -5,6 +5,7 @@
 #include "FileChooser.h"
 #include "HelpLauncher.h"
 #include "VehicleSelector.h"
+#include "calc/CounterTiles.h"
 #include "platform/CFormat.h"
 #include "session/VehicleSession.h"
 #include "widgets/IconArt.h"
@@ -40,17 +41,25 @@ QFrame *gauge(QWidget *parent, QLabel *caption, TileCounter *counter, QLabel *un
     caption->setFont(bold);
     unit->setAlignment(Qt::AlignHCenter);
     layout->addWidget(caption);
+    // Counters differ in height; the stretches keep the unit lines of all gauges level.
+    layout->addStretch(1);
     layout->addWidget(counter, 0, Qt::AlignHCenter);
+    layout->addStretch(1);
     layout->addWidget(unit);
     return frame;
 }
 
-void showCounter(TileCounter *counter, const CounterState &state)
+// blank gives the counter's drums when the session has no tiles at all, so "No Data" keeps the
+// counter's shape.
+void showCounter(TileCounter *counter, const CounterState &state, const QList<int> &blank)
 {
-    if (state.noData)
-        counter->setNoData();
-    else
+    if (!state.noData) {
         counter->setTiles(state.tiles, state.text);
+        return;
+    }
+    if (counter->tiles().isEmpty() || !state.tiles.isEmpty())
+        counter->setTiles(state.tiles.isEmpty() ? blank : state.tiles);
+    counter->setNoData();
 }
 } // namespace
 
@@ -131,12 +140,17 @@ QWidget *MainWindow::buildCentre()
     outer->setSpacing(0);
     outer->addWidget(new Banner(centre));
 
-    auto *body = new QVBoxLayout;
+    // On a wide screen the controls keep a readable width in the middle; the banner spans it all.
+    auto *column = new QWidget(centre);
+    column->setMaximumWidth(760);
+    auto *row = new QHBoxLayout;
+    row->addWidget(column);
+    outer->addLayout(row, 1);
+    auto *body = new QVBoxLayout(column);
     body->setContentsMargins(10, 10, 10, 10);
     body->setSpacing(10);
-    outer->addLayout(body, 1);
 
-    m_selector = new VehicleSelector(centre);
+    m_selector = new VehicleSelector(column);
     m_selector->setObjectName(u"vehicleSelector"_s);
     m_selector->setAccessibleName(u"Vehicle"_s);
     m_selector->setMinimumHeight(MinimumControlHeight + 4);
@@ -159,6 +173,12 @@ QWidget *MainWindow::buildCentre()
     gauges->addWidget(gauge(centre, m_currentLabel, m_current, new QLabel(centre)), 2);
     gauges->addWidget(gauge(centre, new QLabel(u"Average"_s, centre), m_average, new QLabel(centre)), 2);
     body->addLayout(gauges);
+
+    auto *heading = new QLabel(u"Reminders"_s, centre);
+    QFont headingFont = heading->font();
+    headingFont.setBold(true);
+    heading->setFont(headingFont);
+    body->addWidget(heading);
 
     m_noReminders = new QLabel(u"No Reminders Due"_s, centre);
     m_noReminders->setObjectName(u"noReminders"_s);
@@ -194,15 +214,17 @@ void MainWindow::fillSelector()
     m_selector->clear();
     m_selector->addItems(m_session.vehicleNames());
     m_selector->setCurrentIndex(m_session.currentVehicleIndex());
+    // Until a vehicle is chosen the selector reads "Select Vehicle".
+    m_selector->setPlaceholderText(m_session.currentVehicleName());
     m_filling = false;
 }
 
 void MainWindow::showCounters()
 {
     const MainScreenFigures &figures = m_session.figures();
-    showCounter(m_odometer, figures.odometer);
-    showCounter(m_current, figures.currentEconomy);
-    showCounter(m_average, figures.averageEconomy);
+    showCounter(m_odometer, figures.odometer, CounterTiles::wholeNumber(0));
+    showCounter(m_current, figures.currentEconomy, CounterTiles::decimal(0));
+    showCounter(m_average, figures.averageEconomy, CounterTiles::decimal(0));
 
     // The unit lines under the counters.
     const VehicleSettings &vehicle = m_session.vehicle();

@@ -10,6 +10,7 @@ VehicleSelector::VehicleSelector(QWidget *parent)
 
 void VehicleSelector::showPopup()
 {
+    m_open = true;
     emit popupShown();
     QComboBox::showPopup();
 }
@@ -17,5 +18,9 @@ void VehicleSelector::showPopup()
 void VehicleSelector::hidePopup()
 {
     QComboBox::hidePopup();
+    // QComboBox also calls this when the widget merely hides (closing, destruction).
+    if (!m_open)
+        return;
+    m_open = false;
     emit popupHidden();
 }

@@ -15,4 +15,7 @@ public:
 signals:
     void popupShown();
     void popupHidden();
+
+private:
+    bool m_open = false;
 };
