@@ -1,0 +1,93 @@
+// Writes, opens and scans generated logs of 10,000 and 1,000,000 entries and prints the rates
+// and the peak memory. "bench_log FILE COUNT" only writes a generated log for other uses.
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <sys/resource.h>
+
+#include <cstdio>
+
+#include "LogGenerator.h"
+#include "log/LogArchive.h"
+#include "log/VehicleLog.h"
+#include "platform/Clock.h"
+#include "platform/Reporter.h"
+
+namespace {
+
+long peakKiB()
+{
+    rusage usage {};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss; // KiB on Linux
+}
+
+double rate(size_t count, qint64 nanoseconds)
+{
+    return nanoseconds > 0 ? double(count) * 1e9 / double(nanoseconds) : 0.0;
+}
+
+bool benchmark(const QString &folder, size_t count)
+{
+    LogGenerator generator;
+    const EntryList entries = generator.generate(count);
+
+    QElapsedTimer timer;
+    timer.start();
+    LogArchive archive;
+    if (!archive.write(folder + QStringLiteral("BENCH.vcb"), entries)) {
+        std::fprintf(stderr, "%s\n", qPrintable(archive.errorString()));
+        return false;
+    }
+    const qint64 writeNs = timer.nsecsElapsed();
+    const qint64 bytes = QFileInfo(folder + QStringLiteral("BENCH.vcb")).size();
+
+    VehicleLog log;
+    RecordingReporter reporter;
+    FixedClock clock(1700000000);
+    timer.restart();
+    const bool opened
+        = log.open(folder, QStringLiteral("BENCH"), LogScanSettings { 12000.0, {} }, reporter, clock);
+    const qint64 openNs = timer.nsecsElapsed();
+    if (!opened || log.entries().size() != count) {
+        std::fprintf(stderr, "open failed: %s\n", qPrintable(reporter.texts().join(QLatin1Char('\n'))));
+        return false;
+    }
+    timer.restart();
+    const LogScan scan = VehicleLog::scanEntries(log.entries(), LogScanSettings { 12000.0, {} });
+    const qint64 scanNs = timer.nsecsElapsed();
+
+    std::printf(
+        "%9zu entries, %6.1f MB: write %7.1f ms (%10.0f entries/s), open+scan %7.1f ms (%10.0f entries/s), "
+        "scan alone %6.1f ms; last odometer %.0f; peak RSS %ld MiB\n",
+        count, double(bytes) / 1e6, double(writeNs) / 1e6, rate(count, writeNs), double(openNs) / 1e6,
+        rate(count, openNs), double(scanNs) / 1e6, scan.lastOdometer, peakKiB() / 1024);
+    std::fflush(stdout);
+    return true;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication app(argc, argv);
+    const QStringList args = QCoreApplication::arguments();
+    if (args.size() == 3) {
+        LogGenerator generator;
+        LogArchive archive;
+        if (!archive.write(args.at(1), generator.generate(args.at(2).toULongLong()))) {
+            std::fprintf(stderr, "%s\n", qPrintable(archive.errorString()));
+            return 1;
+        }
+        return 0;
+    }
+    QTemporaryDir dir;
+    const QString folder = dir.path() + QLatin1Char('/');
+    for (size_t count : { size_t(10000), size_t(1000000) }) {
+        if (!benchmark(folder, count))
+            return 1;
+    }
+    return 0;
+}
