@@ -21,33 +21,52 @@ constexpr int ClassNameLength = 7;
 // 8-bit strings. Used to refuse counts the rest of the file could never hold.
 constexpr qint64 MinimumRecordSize = 2 + 4 + 4 + 8 + 4 + 8 + 4 + 8 * 1 + 3 * 4 + 6 * 4 + 6 * 8;
 
+// Bytes a string takes: marker, length form, UTF-16 code units.
+qsizetype stringSize(const QString &s)
+{
+    const qsizetype length = s.size();
+    const qsizetype lengthForm = length < 0xFF ? 1 : length < 0xFFFE ? 3 : 7;
+    return 3 + lengthForm + 2 * length;
+}
+
+qsizetype recordSize(const CVCItem &item)
+{
+    return 32 + 12 + 24 + 48 + stringSize(item.notes) + stringSize(item.fuelMeasure)
+        + stringSize(item.station) + stringSize(item.invoice) + stringSize(item.purpose)
+        + stringSize(item.destination) + stringSize(item.contact) + stringSize(item.typeText);
+}
+
+// Writes into a buffer sized beforehand, so a large log costs one allocation.
 class Writer
 {
 public:
-    explicit Writer(QByteArray &out)
-        : m_out(out)
+    explicit Writer(char *out)
+        : m_p(out)
     { }
-    void u8(quint8 v) { m_out.append(char(v)); }
+    char *position() const { return m_p; }
+    void bytes(const char *data, qsizetype size)
+    {
+        std::memcpy(m_p, data, size_t(size));
+        m_p += size;
+    }
+    void u8(quint8 v) { *m_p++ = char(v); }
     void u16(quint16 v)
     {
-        char b[2];
-        qToLittleEndian(v, b);
-        m_out.append(b, 2);
+        qToLittleEndian(v, m_p);
+        m_p += 2;
     }
     void u32(quint32 v)
     {
-        char b[4];
-        qToLittleEndian(v, b);
-        m_out.append(b, 4);
+        qToLittleEndian(v, m_p);
+        m_p += 4;
     }
     void i32(qint32 v) { u32(quint32(v)); }
     void f64(double v)
     {
         quint64 bits;
         std::memcpy(&bits, &v, sizeof bits);
-        char b[8];
-        qToLittleEndian(bits, b);
-        m_out.append(b, 8);
+        qToLittleEndian(bits, m_p);
+        m_p += 8;
     }
     void count(quint32 n)
     {
@@ -74,16 +93,17 @@ public:
             u16(0xFFFF);
             u32(length);
         }
-        const qsizetype at = m_out.size();
-        m_out.resize(at + qsizetype(length) * 2);
-        char *dst = m_out.data() + at;
+#if Q_BYTE_ORDER == Q_LITTLE_ENDIAN
+        bytes(reinterpret_cast<const char *>(s.utf16()), qsizetype(length) * 2);
+#else
         const char16_t *src = reinterpret_cast<const char16_t *>(s.utf16());
         for (quint32 i = 0; i < length; ++i)
-            qToLittleEndian(quint16(src[i]), dst + 2 * i);
+            u16(quint16(src[i]));
+#endif
     }
 
 private:
-    QByteArray &m_out;
+    char *m_p;
 };
 
 void writeRecord(Writer &w, const CVCItem &item)
@@ -308,18 +328,22 @@ QString deviceName(QIODevice *device, const QString &fallback)
 
 QByteArray LogArchive::encode(const EntryList &entries)
 {
-    QByteArray out;
-    // Most records of a real log take a little over 150 bytes.
-    out.reserve(qsizetype(entries.size()) * 160 + 16);
-    Writer w(out);
-    w.count(quint32(entries.size()));
+    const quint32 count = quint32(entries.size());
+    qsizetype size = (count < 0xFFFF ? 2 : 6) + 2;
+    if (count > 0)
+        size += 6 + ClassNameLength + qsizetype(count - 1) * 2;
+    for (const CVCItem &item : entries)
+        size += recordSize(item);
+    QByteArray out(size, Qt::Uninitialized);
+    Writer w(out.data());
+    w.count(count);
     bool first = true;
     for (const CVCItem &item : entries) {
         if (first) {
             w.u16(NewClassTag);
             w.u16(Schema);
             w.u16(ClassNameLength);
-            out.append(ClassName, ClassNameLength);
+            w.bytes(ClassName, ClassNameLength);
             first = false;
         } else {
             w.u16(ClassIndexTag);
@@ -327,6 +351,7 @@ QByteArray LogArchive::encode(const EntryList &entries)
         writeRecord(w, item);
     }
     w.u16(0); // the second, always empty, collection
+    Q_ASSERT(w.position() == out.constData() + size);
     return out;
 }
 
