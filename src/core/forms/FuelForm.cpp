@@ -19,6 +19,11 @@ QStringList FuelForm::unitItems()
              Units::liquidComboText(Units::Litres) };
 }
 
+QString FuelForm::priceUnitText(const QString &unitText)
+{
+    return Units::liquidUnitFromText(unitText) == Units::Litres ? u"/ Litre"_s : u"/ Gallon"_s;
+}
+
 FuelForm::FuelForm(const EntryFormContext &context, const CVCItem &record)
     : m_context(context)
 {

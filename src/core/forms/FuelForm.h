@@ -17,7 +17,6 @@ struct FuelFormValues
     QString station;
     QString unitText; // the editable unit box
     QString note;
-    QString priceUnitLabel; // the "/ Gallon" label's text, empty for a new entry
     QString quantityText;
     QString priceText;
     double amount = 0.0; // "Total Cost"
@@ -39,6 +38,8 @@ public:
     static QString hintText();
     // The unit box's items: "Gallons", "Imp. Gallons", "Litres".
     static QStringList unitItems();
+    // The label beside the price: "/ Litre" for litres, "/ Gallon" for either gallon.
+    static QString priceUnitText(const QString &unitText);
 
     // A record with no quantity opens as a new entry, even a stored one.
     bool isNewEntry() const { return m_newEntry; }

@@ -1,0 +1,307 @@
+#include "AddCommand.h"
+
+#include <QCommandLineParser>
+
+#include "forms/FuelForm.h"
+#include "forms/MaintenanceForm.h"
+#include "forms/TripForm.h"
+#include "platform/CFormat.h"
+#include "session/VehicleSession.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int Usage = 2;
+
+QString usageText()
+{
+    return u"Usage: tarvane-cli add fuel [VEHICLE] --odometer N --quantity Q --price P [--unit UNIT] "
+           "[--not-full] [--date YYYY-MM-DD[THH:MM]] [--station S] [--temp T] [--note S]\n"
+           "       tarvane-cli add repair [VEHICLE] --odometer N --type TYPE [--cost C] [--invoice S] "
+           "[--location S] [--date YYYY-MM-DD[THH:MM]] [--icon 0..10] [--note S]\n"
+           "       tarvane-cli add trip [VEHICLE] --start N [--end N] [--depart DATETIME] [--arrive "
+           "DATETIME] "
+           "[--purpose S] [--destination S] [--contact S] [--tolls X] [--parking X] [--note S]\n"_s;
+}
+
+// A date picker changes the day and keeps the time of day; a time given with it sets both.
+bool applyDateTime(const QString &text, QDateTime *value)
+{
+    const QDate date = QDate::fromString(text, u"yyyy-MM-dd"_s);
+    if (date.isValid()) {
+        *value = QDateTime(date, value->time());
+        return true;
+    }
+    for (const QString &format : { u"yyyy-MM-ddTHH:mm"_s, u"yyyy-MM-ddTHH:mm:ss"_s }) {
+        const QDateTime dateTime = QDateTime::fromString(text, format);
+        if (dateTime.isValid()) {
+            *value = dateTime;
+            return true;
+        }
+    }
+    return false;
+}
+
+EntryFormContext formContext(const VehicleSession &session, const Clock &clock)
+{
+    EntryFormContext context;
+    context.highestOdometer = session.scan().lastOdometer;
+    context.startupTime = session.programNow();
+    context.clock = &clock;
+    context.vehicleName = session.currentVehicleName();
+    context.distanceUnit = session.vehicle().distanceUnit;
+    context.economyUnit = session.vehicle().economyUnit;
+    context.liquidUnit = session.vehicle().liquidUnit;
+    context.startOdometer = session.vehicle().startOdometer;
+    context.lastFullFillOdometer = session.scan().lastFullFillOdometer;
+    context.costPerMile = session.vehicle().costPerMile;
+    return context;
+}
+
+// Reads the options of one kind of entry and reports what is wrong with them.
+class OptionReader
+{
+public:
+    OptionReader(QCommandLineParser &parser, QTextStream &err)
+        : m_parser(parser)
+        , m_err(err)
+    { }
+
+    bool ok() const { return m_ok; }
+    bool isSet(const QString &name) const { return m_parser.isSet(name); }
+    QString text(const QString &name) const { return m_parser.value(name); }
+
+    void require(const QString &name)
+    {
+        if (!m_parser.isSet(name))
+            fail(u"Missing --"_s + name);
+    }
+    // A number field of a form: the whole text must be a number.
+    void number(const QString &name, double *value)
+    {
+        if (m_parser.isSet(name) && !EntryForms::parseNumber(m_parser.value(name), value))
+            fail(u"--"_s + name + u": "_s + EntryForms::numberRequest());
+    }
+    void integer(const QString &name, int *value)
+    {
+        if (m_parser.isSet(name) && !EntryForms::parseInteger(m_parser.value(name), value))
+            fail(u"--"_s + name + u": "_s + EntryForms::integerRequest());
+    }
+    void dateTime(const QString &name, QDateTime *value)
+    {
+        if (m_parser.isSet(name) && !applyDateTime(m_parser.value(name), value))
+            fail(u"--"_s + name + u": expected YYYY-MM-DD[THH:MM]"_s);
+    }
+    // What the control would take: text beyond its limit can't be typed.
+    void limitedText(const QString &name, int limit, QString *value)
+    {
+        if (m_parser.isSet(name))
+            *value = m_parser.value(name).left(limit);
+    }
+    void fail(const QString &message)
+    {
+        if (m_ok)
+            m_err << message << u'\n';
+        m_ok = false;
+    }
+
+private:
+    QCommandLineParser &m_parser;
+    QTextStream &m_err;
+    bool m_ok = true;
+};
+
+QList<QCommandLineOption> valueOptions(const QStringList &names)
+{
+    QList<QCommandLineOption> options;
+    for (const QString &name : names)
+        options.append(QCommandLineOption(name, QString(), u"value"_s));
+    return options;
+}
+
+} // namespace
+
+QString AddCommand::synopsis() const
+{
+    return u"fuel|repair|trip [VEHICLE] OPTIONS"_s;
+}
+
+QString AddCommand::description() const
+{
+    return u"Adds a fill-up, a repair or a trip as the entry forms would (see add --help)."_s;
+}
+
+int AddCommand::run(const QStringList &arguments, CliEnvironment &env)
+{
+    const QString kind = arguments.value(0);
+    if (kind == u"--help"_s) {
+        env.out << usageText();
+        return 0;
+    }
+
+    QCommandLineParser parser;
+    QStringList names;
+    if (kind == u"fuel"_s) {
+        names = { u"odometer"_s, u"quantity"_s, u"price"_s, u"unit"_s,
+                  u"date"_s,     u"station"_s,  u"temp"_s,  u"note"_s };
+        parser.addOption(QCommandLineOption(u"not-full"_s));
+    } else if (kind == u"repair"_s) {
+        names = { u"odometer"_s, u"type"_s, u"cost"_s, u"invoice"_s,
+                  u"location"_s, u"date"_s, u"icon"_s, u"note"_s };
+    } else if (kind == u"trip"_s) {
+        names = { u"start"_s,       u"end"_s,     u"depart"_s, u"arrive"_s,  u"purpose"_s,
+                  u"destination"_s, u"contact"_s, u"tolls"_s,  u"parking"_s, u"note"_s };
+    } else {
+        env.err << usageText();
+        return Usage;
+    }
+    parser.addOptions(valueOptions(names));
+    if (!parser.parse(QStringList { u"add"_s } + arguments.mid(1))) {
+        env.err << parser.errorText() << u'\n' << usageText();
+        return Usage;
+    }
+    const QStringList positional = parser.positionalArguments();
+    if (positional.size() > 1) {
+        env.err << usageText();
+        return Usage;
+    }
+
+    OptionReader options(parser, env.err);
+    if (kind == u"fuel"_s) {
+        options.require(u"odometer"_s);
+        options.require(u"quantity"_s);
+        options.require(u"price"_s);
+    } else if (kind == u"repair"_s) {
+        options.require(u"odometer"_s);
+        options.require(u"type"_s);
+    } else {
+        options.require(u"start"_s);
+    }
+    if (!options.ok()) {
+        env.err << usageText();
+        return Usage;
+    }
+
+    VehicleSession session(env.app);
+    session.start();
+    if (!positional.isEmpty()) {
+        const QString vehicle = positional.first();
+        if (!session.vehicleNames().contains(vehicle)) {
+            env.err << u"Unknown vehicle: "_s << vehicle << u'\n';
+            return 1;
+        }
+        if (vehicle != session.currentVehicleName())
+            session.selectVehicle(vehicle);
+    }
+    if (session.currentVehicleIndex() < 0) {
+        env.err << u"No vehicle is selected.\n"_s;
+        return 1;
+    }
+
+    const EntryFormContext context = formContext(session, env.app.clock);
+    Reporter &reporter = env.app.reporter;
+    CVCItem record;
+    // The "NOTE" box goes to stderr; it never stops the save.
+    const auto warn = [&](const QString &warning) {
+        if (!warning.isEmpty())
+            reporter.warning(warning, EntryForms::warningTitle());
+    };
+
+    if (kind == u"fuel"_s) {
+        record = session.newEntry(CVCItem::Fuel);
+        FuelForm form(context, record);
+        FuelFormValues &values = form.values;
+        options.number(u"odometer"_s, &values.odometer);
+        options.dateTime(u"date"_s, &values.date);
+        if (options.isSet(u"station"_s))
+            values.station = options.text(u"station"_s);
+        // The unit box sits beside the quantity; a user changes it before typing the amount.
+        if (options.isSet(u"unit"_s)) {
+            values.unitText = options.text(u"unit"_s);
+            form.unitChanged();
+        }
+        if (!options.ok())
+            return Usage;
+        const QString quantity = options.text(u"quantity"_s);
+        for (qsizetype i = 1; i <= quantity.size(); ++i) {
+            values.quantityText = quantity.left(i);
+            form.quantityChanged();
+        }
+        values.notFull = parser.isSet(u"not-full"_s);
+        const QString price = options.text(u"price"_s);
+        for (qsizetype i = 1; i <= price.size(); ++i) {
+            values.priceText = price.left(i);
+            form.priceChanged();
+        }
+        options.integer(u"temp"_s, &values.temperature);
+        if (options.isSet(u"note"_s))
+            values.note = options.text(u"note"_s);
+        if (!options.ok())
+            return Usage;
+        warn(form.odometerWarning(record.newEntryMark));
+        form.writeRecord(record);
+    } else if (kind == u"repair"_s) {
+        record = session.newEntry(CVCItem::Maintenance);
+        MaintenanceForm form(context, record);
+        MaintenanceFormValues &values = form.values;
+        options.number(u"odometer"_s, &values.odometer);
+        options.dateTime(u"date"_s, &values.date);
+        form.repairTypeChanged(options.text(u"type"_s));
+        if (options.isSet(u"invoice"_s))
+            values.invoice = options.text(u"invoice"_s);
+        options.number(u"cost"_s, &values.cost);
+        if (options.isSet(u"location"_s))
+            values.location = options.text(u"location"_s);
+        if (options.isSet(u"note"_s))
+            values.note = options.text(u"note"_s);
+        int button = 0;
+        options.integer(u"icon"_s, &button);
+        if (options.ok() && options.isSet(u"icon"_s)) {
+            if (button < 0 || button >= MaintenanceForm::IconButtonCount)
+                options.fail(u"--icon: expected 0 to 10"_s);
+            else if (!form.iconButtonsEnabled())
+                options.fail(u"--icon: the icon buttons are disabled for a predefined repair type"_s);
+            else
+                form.iconButtonClicked(button);
+        }
+        if (!options.ok())
+            return Usage;
+        warn(form.odometerWarning(record.newEntryMark));
+        form.writeRecord(record);
+    } else {
+        record = session.newEntry(CVCItem::Trip);
+        TripForm form(context, record);
+        TripFormValues &values = form.values;
+        options.limitedText(u"contact"_s, TripForm::ComboTextLimit, &values.contact);
+        options.limitedText(u"purpose"_s, TripForm::ComboTextLimit, &values.purpose);
+        options.limitedText(u"destination"_s, TripForm::ComboTextLimit, &values.destination);
+        options.limitedText(u"note"_s, TripForm::NoteLimit, &values.note);
+        options.number(u"tolls"_s, &values.tolls);
+        options.number(u"parking"_s, &values.parking);
+        options.number(u"start"_s, &values.departOdometer);
+        values.arriveOdometer = values.departOdometer;
+        options.dateTime(u"depart"_s, &values.departDate);
+        values.departTime = values.departDate;
+        options.number(u"end"_s, &values.arriveOdometer);
+        options.dateTime(u"arrive"_s, &values.arriveDate);
+        values.arriveTime = values.arriveDate;
+        if (!options.ok())
+            return Usage;
+        warn(form.odometerWarning(record.newEntryMark));
+        form.writeRecord(record);
+    }
+
+    if (!record.HasOdometer()) {
+        env.err << cformat("Entry not saved: its odometer %s is below 1.",
+                           EntryForms::numberText(record.odometer).toUtf8().constData())
+                << u'\n';
+        return 1;
+    }
+    if (!session.addEntry(record))
+        return 1;
+    env.out << cformat("Added %s entry at odometer %s.", record.typeText.toUtf8().constData(),
+                       EntryForms::numberText(record.odometer).toUtf8().constData())
+            << u'\n';
+    return 0;
+}
