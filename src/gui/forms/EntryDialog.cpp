@@ -1,0 +1,167 @@
+#include "EntryDialog.h"
+
+#include <QAbstractButton>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateTimeEdit>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRegularExpressionValidator>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+#include "platform/Reporter.h"
+
+using namespace Qt::StringLiterals;
+
+EntryDialog::EntryDialog(const QString &title, Reporter &reporter, QWidget *parent)
+    : QDialog(parent)
+    , m_reporter(reporter)
+{
+    setWindowTitle(title);
+    setModal(true);
+
+    auto *content = new QWidget;
+    m_content = new QVBoxLayout(content);
+    m_content->setContentsMargins(8, 8, 8, 8);
+    m_content->setSpacing(6);
+
+    m_scroll = new QScrollArea;
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scroll->setWidget(content);
+
+    m_save = new QPushButton(u"Save"_s);
+    m_save->setObjectName(u"save"_s);
+    m_cancel = new QPushButton(u"Cancel"_s);
+    m_cancel->setObjectName(u"cancel"_s);
+    connect(m_save, &QPushButton::clicked, this, [this] { saveClicked(); });
+    connect(m_cancel, &QPushButton::clicked, this, &QDialog::reject);
+
+    auto *buttons = new QHBoxLayout;
+    buttons->setContentsMargins(8, 4, 8, 8);
+    buttons->addWidget(m_save);
+    buttons->addWidget(m_cancel);
+
+    auto *outer = new QVBoxLayout(this);
+    outer->setContentsMargins(0, 0, 0, 0);
+    outer->setSpacing(0);
+    outer->addWidget(m_scroll, 1);
+    outer->addLayout(buttons);
+}
+
+void EntryDialog::finishLayout()
+{
+    const auto widgets = findChildren<QWidget *>();
+    for (QWidget *widget : widgets) {
+        if (qobject_cast<QLineEdit *>(widget) || qobject_cast<QComboBox *>(widget)
+            || qobject_cast<QAbstractButton *>(widget) || qobject_cast<QDateTimeEdit *>(widget)) {
+            widget->setMinimumHeight(qMax(widget->minimumHeight(), TouchHeight));
+        }
+        // No button is the default one: Enter is handled in keyPressEvent.
+        if (auto *button = qobject_cast<QPushButton *>(widget)) {
+            button->setAutoDefault(false);
+            button->setDefault(false);
+        }
+    }
+    const QSize hint = sizeHint();
+    resize(qMin(hint.width(), 480), qMin(hint.height(), 640));
+}
+
+void EntryDialog::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        QWidget *focus = focusWidget();
+        if (auto *button = qobject_cast<QAbstractButton *>(focus)) {
+            button->click();
+        } else {
+            // A single-line field: go on to the next one, as Tab would.
+            focusNextChild();
+        }
+        event->accept();
+        return;
+    }
+    QDialog::keyPressEvent(event);
+}
+
+bool EntryDialog::requestNumber(QLineEdit *edit, const QString &request)
+{
+    m_reporter.warning(request, windowTitle());
+    edit->setFocus();
+    edit->selectAll();
+    return false;
+}
+
+QLineEdit *EntryDialog::odometerEdit(QWidget *parent)
+{
+    auto *edit = new QLineEdit(parent);
+    edit->setValidator(new QRegularExpressionValidator(QRegularExpression(u"\\d{0,10}(\\.\\d*)?"_s), edit));
+    edit->setInputMethodHints(Qt::ImhFormattedNumbersOnly);
+    return edit;
+}
+
+QLineEdit *EntryDialog::decimalEdit(QWidget *parent)
+{
+    auto *edit = new QLineEdit(parent);
+    edit->setValidator(new QRegularExpressionValidator(QRegularExpression(u"-?\\d{0,10}(\\.\\d*)?"_s), edit));
+    edit->setInputMethodHints(Qt::ImhFormattedNumbersOnly);
+    return edit;
+}
+
+QLineEdit *EntryDialog::integerEdit(QWidget *parent)
+{
+    auto *edit = new QLineEdit(parent);
+    edit->setValidator(new QRegularExpressionValidator(QRegularExpression(u"-?\\d{0,9}"_s), edit));
+    edit->setInputMethodHints(Qt::ImhFormattedNumbersOnly);
+    return edit;
+}
+
+QComboBox *EntryDialog::pickListCombo(QWidget *parent)
+{
+    auto *combo = new QComboBox(parent);
+    combo->setEditable(true);
+    combo->setInsertPolicy(QComboBox::NoInsert);
+    combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    combo->setMinimumContentsLength(8);
+    combo->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    return combo;
+}
+
+void EntryDialog::fillPickList(QComboBox *combo, const QStringList &items)
+{
+    const QString text = combo->currentText();
+    QStringList sorted = items;
+    std::stable_sort(sorted.begin(), sorted.end(), [](const QString &a, const QString &b) {
+        return QString::compare(a, b, Qt::CaseInsensitive) < 0;
+    });
+    const QSignalBlocker blocker(combo);
+    combo->clear();
+    combo->addItems(sorted);
+    combo->setCurrentIndex(-1);
+    combo->setEditText(text);
+}
+
+void EntryDialog::setText(QLineEdit *edit, const QString &text)
+{
+    if (edit->text() != text)
+        edit->setText(text);
+}
+
+void EntryDialog::setComboText(QComboBox *combo, const QString &text)
+{
+    if (combo->currentText() == text)
+        return;
+    const QSignalBlocker blocker(combo);
+    const int index = combo->findText(text);
+    combo->setCurrentIndex(index);
+    combo->setEditText(text);
+}
+
+void EntryDialog::chainTabOrder(const QList<QWidget *> &widgets)
+{
+    for (qsizetype i = 1; i < widgets.size(); ++i)
+        QWidget::setTabOrder(widgets.at(i - 1), widgets.at(i));
+}
