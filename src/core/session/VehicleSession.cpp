@@ -79,7 +79,7 @@ LogScanSettings VehicleSession::scanSettings() const
     return settings;
 }
 
-void VehicleSession::start(bool readOnly, const QString &vehicle)
+bool VehicleSession::start(bool readOnly, const QString &vehicle)
 {
     m_readOnly = readOnly;
     m_settings->setSaveOnDestroy(!readOnly);
@@ -95,10 +95,14 @@ void VehicleSession::start(bool readOnly, const QString &vehicle)
         m_vehicleNames = list.names;
         VehicleProfile::loadTripSettings(*m_settings, m_tripSettings);
     }
+    if (!vehicle.isEmpty() && !m_vehicleNames.contains(vehicle)) {
+        m_context.reporter.error(u"No vehicle named \"%1\" in the vehicle list."_s.arg(vehicle));
+        return false;
+    }
     VehicleProfile::resetToDefaults(m_vehicle);
     loadProfile();
-    m_started = true;
     reopen();
+    return true;
 }
 
 void VehicleSession::loadProfile()
@@ -139,8 +143,9 @@ void VehicleSession::refreshFigures()
     Preferences preferences = m_context.preferences();
     const QString lastBackup
         = preferences.getString(PreferenceSections::listAttributes(), u"LastBackupDate"_s, u"Unknown"_s);
-    const MainScreenStatus status
+    m_status
         = MainScreen::status(m_vehicle, m_log.scan(), m_log.entries(), m_context.clock.now(), lastBackup);
+    const MainScreenStatus &status = m_status;
     // The reminder run's time is the program's current time until the next run.
     m_now = status.reminders.now;
     m_reminders = status.reminders.lines;

@@ -52,8 +52,9 @@ public:
     // Start-up: options, settings location (templates copied when missing), vehicle list,
     // profile, database open with scan and reminders. Read-only sessions (the CLI's reading
     // commands) create what is missing but never rewrite an existing file. A vehicle name given
-    // here is opened instead of the options' current vehicle, without becoming the current one.
-    void start(bool readOnly = false, const QString &vehicle = QString());
+    // here is opened instead of the options' current vehicle, without becoming the current one;
+    // false (after a message) when the settings file has no such vehicle, and nothing is opened.
+    bool start(bool readOnly = false, const QString &vehicle = QString());
     // The last start-up step: save the database, the last-done values, SetupDate and Versions.
     void saveAfterStartup();
     // Exit: write the options.
@@ -121,7 +122,6 @@ private:
     std::unique_ptr<IniFile> m_settings;
     std::unique_ptr<Options> m_options;
     bool m_readOnly = false;
-    bool m_started = false;
     bool m_busy = false;
     quint32 m_now = 0;
     QString m_installPath;

@@ -45,7 +45,7 @@ bool Options::load()
     endDate = end;
 
     if (!m_store.keyExists(key())) {
-        m_reporter.info(loadErrorMessage());
+        m_reporter.warning(loadErrorMessage());
         return false;
     }
     m_store.queryDword(key(), u"R5"_s, &r5Value);
@@ -70,7 +70,7 @@ bool Options::load()
 bool Options::save(const VehicleSettings &vehicle, double currentOdometer)
 {
     if (!m_store.createKey(key())) {
-        m_reporter.info(saveErrorMessage());
+        m_reporter.warning(saveErrorMessage());
         return false;
     }
     const auto reminders = reminderValues(vehicle, currentOdometer);

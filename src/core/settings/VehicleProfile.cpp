@@ -197,7 +197,7 @@ bool VehicleProfile::save(IniFile &ini, const VehicleSettings &s, const TripSett
                           Reporter &reporter)
 {
     if (s.vin.isEmpty()) {
-        reporter.info(vinEmptyMessage());
+        reporter.warning(vinEmptyMessage());
         return false;
     }
     const QString &section = s.name;

@@ -1,0 +1,36 @@
+#include "CliSupport.h"
+
+#include "session/VehicleSession.h"
+
+using namespace Qt::StringLiterals;
+
+namespace CliSupport {
+
+bool parse(QCommandLineParser &parser, const QString &command, const QStringList &arguments,
+           qsizetype maxPositional, const QString &usage, CliEnvironment &env)
+{
+    if (!parser.parse(QStringList { command } + arguments)) {
+        env.err << parser.errorText() << u"\nUsage: tarvane-cli "_s << command << u' ' << usage << u'\n';
+        return false;
+    }
+    if (parser.positionalArguments().size() > maxPositional) {
+        env.err << u"Too many arguments.\nUsage: tarvane-cli "_s << command << u' ' << usage << u'\n';
+        return false;
+    }
+    return true;
+}
+
+std::unique_ptr<VehicleSession> startSession(CliEnvironment &env, const QString &vehicle, bool readOnly)
+{
+    auto session = std::make_unique<VehicleSession>(env.app);
+    if (!session->start(readOnly, vehicle))
+        return nullptr;
+    return session;
+}
+
+QCommandLineOption jsonOption()
+{
+    return QCommandLineOption(u"json"_s, u"Machine-readable output."_s);
+}
+
+} // namespace CliSupport

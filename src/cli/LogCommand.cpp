@@ -1,0 +1,31 @@
+#include "LogCommand.h"
+
+#include <QFile>
+
+#include "CliSupport.h"
+#include "EntryOutput.h"
+#include "log/LogArchive.h"
+#include "session/VehicleSession.h"
+
+using namespace Qt::StringLiterals;
+
+int LogCommand::run(const QStringList &arguments, CliEnvironment &env)
+{
+    QCommandLineParser parser;
+    parser.addOption(CliSupport::jsonOption());
+    if (!CliSupport::parse(parser, name(), arguments, 1, synopsis(), env))
+        return 2;
+    auto session = CliSupport::startSession(env, parser.positionalArguments().value(0), true);
+    if (!session)
+        return 1;
+    // A damaged log is an error here, not an empty list: read it once more for the exit code.
+    const QString path = session->databasePath();
+    if (session->entries().empty() && QFile::exists(path)) {
+        EntryList entries;
+        LogArchive archive;
+        if (!archive.read(path, entries))
+            return 1;
+    }
+    printEntries(env.out, session->entries(), env.app.locale, parser.isSet(u"json"_s));
+    return 0;
+}
