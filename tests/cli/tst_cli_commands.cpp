@@ -1,0 +1,357 @@
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "CliRunner_helper.h"
+#include "log/LogArchive.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString dataFolder(const QTemporaryDir &root)
+{
+    return root.path() + u"/My Documents/Tarvane Files/"_s;
+}
+
+QByteArray readAll(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// Every file below a folder with its bytes, to see that a command changed nothing.
+QMap<QString, QByteArray> snapshot(const QString &folder)
+{
+    QMap<QString, QByteArray> files;
+    QDirIterator it(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString path = it.next();
+        files.insert(path, readAll(path));
+    }
+    return files;
+}
+
+quint32 utc(int y, int m, int d)
+{
+    return static_cast<quint32>(QDateTime(QDate(y, m, d), QTime(0, 0), Qt::UTC).toSecsSinceEpoch());
+}
+
+CVCItem repair(double odometer, const QString &type, quint32 date)
+{
+    CVCItem item;
+    item.entryType = CVCItem::Maintenance;
+    item.iconIndex = 4;
+    item.odometer = odometer;
+    item.typeText = type;
+    item.entryDate = date;
+    return item;
+}
+
+CVCItem openTrip(double odometer, quint32 date)
+{
+    CVCItem item;
+    item.entryType = CVCItem::Trip;
+    item.iconIndex = 18;
+    item.odometer = odometer;
+    item.endOdometer = odometer;
+    item.typeText = u"Trip"_s;
+    item.entryDate = date;
+    return item;
+}
+
+CVCItem fuel(double odometer, double quantity, double price, double economy, quint32 date)
+{
+    CVCItem item;
+    item.entryType = CVCItem::Fuel;
+    item.odometer = odometer;
+    item.typeText = u"Fuel"_s;
+    item.fuelMeasure = u"Gallons"_s;
+    item.fuelQuantity = quantity;
+    item.unitPrice = price;
+    item.amount = quantity * price;
+    item.economy = economy;
+    item.entryDate = date;
+    return item;
+}
+
+// The template vehicle "My Car" (VIN MYCAR0001, oil every 5000 miles / 180 days, tires every
+// 7500 miles) after a first start, with the given log.
+void prepare(CliRunner &cli, const QTemporaryDir &root, const EntryList &entries)
+{
+    QCOMPARE(cli.run({ u"vehicles"_s }).exitCode, 0);
+    QVERIFY(LogArchive().write(dataFolder(root) + u"MYCAR0001.vcb"_s, entries));
+}
+
+} // namespace
+
+class TestCliCommands : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void firstStartCreatesDataFolderFromTemplates();
+    void vehiclesJson();
+    void profileJson();
+    void statusShowsTheWholeReminderList();
+    void readingCommandsChangeNothing_data();
+    void readingCommandsChangeNothing();
+    void logOfDamagedFileFails();
+    void unknownVehicleAndUsage_data();
+    void unknownVehicleAndUsage();
+    void backupAndRestore();
+    void restoreFromMissingFile();
+    void reconcileRecomputesAndSaves();
+    void realBinaryRuns();
+};
+
+void TestCliCommands::firstStartCreatesDataFolderFromTemplates()
+{
+    QTemporaryDir root;
+    CliRunner cli(root.path());
+    const CliResult r = cli.run({ u"vehicles"_s });
+    QCOMPARE(r.exitCode, 0);
+    QCOMPARE(r.out, u"My Car\tMYCAR0001\n"_s);
+    // No options yet: the program says so and goes on with its defaults.
+    QCOMPARE(r.err, u"REGKEY_OPTIONS error detected, Attempting to correct.\n"_s);
+    QCOMPARE(readAll(dataFolder(root) + u"Velcora.ini"_s), readAll(u":/install/Velcora.ini"_s));
+    QCOMPARE(readAll(dataFolder(root) + u"Lists.ini"_s), readAll(u":/install/Lists.ini"_s));
+    QVERIFY(QFileInfo(dataFolder(root) + u"Velcora.ini"_s).isWritable());
+    // Reading commands create no log.
+    QCOMPARE(QDir(dataFolder(root)).entryList(QDir::Files),
+             (QStringList { u"Lists.ini"_s, u"Velcora.ini"_s }));
+}
+
+void TestCliCommands::vehiclesJson()
+{
+    QTemporaryDir root;
+    CliRunner cli(root.path());
+    const CliResult r = cli.run({ u"vehicles"_s, u"--json"_s });
+    QCOMPARE(r.exitCode, 0);
+    const QJsonArray array = QJsonDocument::fromJson(r.out.toUtf8()).array();
+    QCOMPARE(array.size(), 1);
+    const QJsonObject car = array.first().toObject();
+    QCOMPARE(car.value(u"name"_s).toString(), u"My Car"_s);
+    QCOMPARE(car.value(u"VIN"_s).toString(), u"MYCAR0001"_s);
+    QCOMPARE(car.value(u"Year"_s).toInt(), 2004);
+    QCOMPARE(car.keys(), (QStringList { u"Make"_s, u"Model"_s, u"Plate"_s, u"VIN"_s, u"Year"_s, u"name"_s }));
+}
+
+void TestCliCommands::profileJson()
+{
+    QTemporaryDir root;
+    CliRunner cli(root.path());
+    const CliResult r = cli.run({ u"profile"_s, u"My Car"_s, u"--json"_s });
+    QCOMPARE(r.exitCode, 0);
+    const QJsonObject p = QJsonDocument::fromJson(r.out.toUtf8()).object();
+    QCOMPARE(p.value(u"OilDistance"_s).toDouble(), 5000.0);
+    QCOMPARE(p.value(u"OilDays"_s).toInt(), 180);
+    QCOMPARE(p.value(u"TireDistance"_s).toDouble(), 7500.0);
+    QCOMPARE(p.value(u"CostPerMile"_s).toDouble(), 0.5);
+    // Unit settings as their codes: miles, MPG, US gallons.
+    QCOMPARE(p.value(u"Distance"_s).toInt(), 0);
+    QCOMPARE(p.value(u"Econo"_s).toInt(), 0);
+    QCOMPARE(p.value(u"Liquid"_s).toInt(), 0);
+    QCOMPARE(p.value(u"Directory"_s).toString(), u"\\My Documents\\Tarvane Files\\"_s);
+    QVERIFY(p.contains(u"LastR9Date"_s));
+    QVERIFY(p.contains(u"Start Odometer"_s));
+    // 1 name + 38 profile keys + SetupDate + 20 last-service keys.
+    QCOMPARE(p.size(), 1 + 6 + 1 + 10 + 15 + 4 + 1 + 20);
+}
+
+void TestCliCommands::statusShowsTheWholeReminderList()
+{
+    QTemporaryDir root;
+    CliRunner cli(root.path());
+    // Oil changed at 10000 on Jan 1st, an open trip at 16000; now is Nov 21st: 324 days later.
+    prepare(cli, root,
+            { repair(10000, u"Oil Change"_s, utc(2026, 1, 1)), fuel(15700, 10, 3, 30, utc(2026, 5, 1)),
+              openTrip(16000, utc(2026, 6, 1)) });
+    const CliResult r = cli.run({ u"--now"_s, u"2026-11-21"_s, u"status"_s, u"My Car"_s, u"--json"_s });
+    QCOMPARE(r.exitCode, 0);
+    const QJsonObject s = QJsonDocument::fromJson(r.out.toUtf8()).object();
+    QCOMPARE(s.value(u"vehicle"_s).toString(), u"My Car"_s);
+    QCOMPARE(s.value(u"VIN"_s).toString(), u"MYCAR0001"_s);
+    QCOMPARE(s.value(u"lastOdometer"_s).toDouble(), 16000.0);
+    QCOMPARE(s.value(u"openTrips"_s).toInt(), 1);
+    QCOMPARE(s.value(u"currentEconomy"_s).toDouble(), 30.0);
+    QCOMPARE(s.value(u"averageEconomy"_s).toDouble(), 30.0);
+    // Oil: 324 - 180 = 144 days and 16000 - 10000 - 5000 = 1000 miles past due; tires never
+    // rotated: 16000 - 7500 = 8500. Each line is added on top of the ones before it.
+    const QJsonArray lines = s.value(u"reminders"_s).toArray();
+    QStringList texts;
+    QList<int> icons;
+    for (const QJsonValue &line : lines) {
+        texts << line.toObject().value(u"text"_s).toString();
+        icons << line.toObject().value(u"icon"_s).toInt();
+    }
+    QCOMPARE(texts,
+             (QStringList { u"Found 1    open trip"_s, u"Tire rotate OVERDUE by: 8500    Miles"_s,
+                            u"Oil change OVERDUE by: 1000    Miles"_s, u"Oil change OVERDUE by: 144  days"_s,
+                            u"Last Backup: Unknown"_s }));
+    QCOMPARE(icons, (QList<int> { 3, 4, 4, 5, 6 }));
+
+    const CliResult plain = cli.run({ u"--now"_s, u"2026-11-21"_s, u"status"_s, u"My Car"_s });
+    QCOMPARE(plain.out,
+             u"Vehicle: My Car (VIN MYCAR0001)\nLast odometer: 16000\nThere are 1 open trips.\n"
+             "Fuel Economy: 30.00 - 30.00 Avg\nReminders:\n  [3] Found 1    open trip\n"
+             "  [4] Tire rotate OVERDUE by: 8500    Miles\n  [4] Oil change OVERDUE by: 1000    Miles\n"
+             "  [5] Oil change OVERDUE by: 144  days\n  [6] Last Backup: Unknown\n"_s);
+}
+
+void TestCliCommands::readingCommandsChangeNothing_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("vehicles") << QStringList { u"vehicles"_s, u"--json"_s };
+    QTest::newRow("profile") << QStringList { u"profile"_s, u"My Car"_s };
+    QTest::newRow("log") << QStringList { u"log"_s, u"My Car"_s, u"--json"_s };
+    QTest::newRow("status") << QStringList { u"status"_s, u"My Car"_s };
+    QTest::newRow("status of current vehicle") << QStringList { u"status"_s };
+}
+
+void TestCliCommands::readingCommandsChangeNothing()
+{
+    QFETCH(QStringList, arguments);
+    QTemporaryDir root;
+    CliRunner cli(root.path());
+    prepare(cli, root, { repair(10000, u"Oil Change"_s, utc(2026, 1, 1)) });
+    const auto before = snapshot(root.path());
+    const CliResult r = cli.run(arguments);
+    QCOMPARE(r.exitCode, 0);
+    QCOMPARE(snapshot(root.path()), before);
+    QVERIFY(!cli.options.keyExists(u"Options"_s));
+    QVERIFY(cli.preferences.valueNames(u"Today"_s).isEmpty());
+}
+
+void TestCliCommands::logOfDamagedFileFails()
+{
+    QTemporaryDir root;
+    CliRunner cli(root.path());
+    prepare(cli, root, {});
+    const QString path = dataFolder(root) + u"MYCAR0001.vcb"_s;
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("\x02\x00\xff\xff\x01\x00\x07\x00CVC", 11);
+    file.close();
+    const auto before = snapshot(root.path());
+    const CliResult r = cli.run({ u"log"_s, u"My Car"_s });
+    QCOMPARE(r.exitCode, 1);
+    QVERIFY2(r.err.contains(path), qPrintable(r.err));
+    QCOMPARE(r.out, QString());
+    // A reading command leaves even a damaged file where it is.
+    QCOMPARE(snapshot(root.path()), before);
+}
+
+void TestCliCommands::unknownVehicleAndUsage_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QString>("errorStart");
+    QTest::newRow("unknown vehicle") << QStringList { u"status"_s, u"Bus"_s } << 1
+                                     << u"No vehicle named \"Bus\" in the vehicle list."_s;
+    QTest::newRow("backup without folder")
+        << QStringList { u"backup"_s } << 2 << u"Usage: tarvane-cli backup"_s;
+    QTest::newRow("restore without file")
+        << QStringList { u"restore"_s } << 2 << u"Usage: tarvane-cli restore"_s;
+    QTest::newRow("two vehicles") << QStringList { u"log"_s, u"A"_s, u"B"_s } << 2
+                                  << u"Too many arguments."_s;
+    QTest::newRow("unknown option") << QStringList { u"vehicles"_s, u"--xml"_s } << 2 << u"Unknown option"_s;
+    QTest::newRow("unknown command") << QStringList { u"fly"_s } << 2 << u"Unknown command: fly"_s;
+    QTest::newRow("bad --now") << QStringList { u"--now"_s, u"yesterday"_s, u"status"_s } << 2
+                               << u"Invalid --now value: yesterday"_s;
+}
+
+void TestCliCommands::unknownVehicleAndUsage()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(int, exitCode);
+    QFETCH(QString, errorStart);
+    QTemporaryDir root;
+    CliRunner cli(root.path());
+    cli.options.createKey(u"Options"_s); // no "REGKEY_OPTIONS" line in front of the error
+    const CliResult r = cli.run(arguments);
+    QCOMPARE(r.exitCode, exitCode);
+    QVERIFY2(r.err.startsWith(errorStart), qPrintable(r.err));
+}
+
+void TestCliCommands::backupAndRestore()
+{
+    QTemporaryDir root;
+    CliRunner cli(root.path());
+    cli.options.createKey(u"Options"_s);
+    prepare(cli, root, { repair(10000, u"Oil Change"_s, utc(2026, 1, 1)) });
+    const QString vcb = dataFolder(root) + u"MYCAR0001.vcb"_s;
+    const QString folder = root.path() + u"/Tarvane Backup"_s;
+    QVERIFY(QDir().mkpath(folder));
+
+    CliResult r = cli.run({ u"backup"_s, u"My Car"_s, u"--to"_s, folder });
+    QCOMPARE(r.exitCode, 0);
+    QCOMPARE(r.out, u"Current vehicle backed up to\n"_s + folder + u'\n');
+    QCOMPARE(r.err, QString());
+    const QString bak = folder + u"/MYCAR0001.bak"_s;
+    QCOMPARE(readAll(bak), readAll(vcb));
+
+    // Any backup can be restored into the vehicle: the list is replaced, not merged.
+    const EntryList other { openTrip(20000, utc(2026, 2, 2)), openTrip(20500, utc(2026, 2, 3)) };
+    const QString otherFile = root.path() + u"/other.bak"_s;
+    QVERIFY(LogArchive().write(otherFile, other));
+    r = cli.run({ u"restore"_s, u"My Car"_s, u"--from"_s, otherFile });
+    QCOMPARE(r.exitCode, 0);
+    QCOMPARE(r.out, u"Backup restored for My Car\n"_s);
+    // Saved at once, as read: the vehicle's log is now the backup, byte for byte.
+    QCOMPARE(readAll(vcb), readAll(otherFile));
+}
+
+void TestCliCommands::restoreFromMissingFile()
+{
+    QTemporaryDir root;
+    CliRunner cli(root.path());
+    cli.options.createKey(u"Options"_s);
+    prepare(cli, root, { repair(10000, u"Oil Change"_s, utc(2026, 1, 1)) });
+    const QByteArray before = readAll(dataFolder(root) + u"MYCAR0001.vcb"_s);
+    const CliResult r = cli.run({ u"restore"_s, u"My Car"_s, u"--from"_s, root.path() + u"/none.bak"_s });
+    QCOMPARE(r.exitCode, 1);
+    QCOMPARE(r.out, QString());
+    QVERIFY2(r.err.startsWith(u"ERROR 106! Unable to restore My Car"_s), qPrintable(r.err));
+    QCOMPARE(readAll(dataFolder(root) + u"MYCAR0001.vcb"_s), before);
+}
+
+void TestCliCommands::reconcileRecomputesAndSaves()
+{
+    QTemporaryDir root;
+    CliRunner cli(root.path());
+    cli.options.createKey(u"Options"_s);
+    // The second fill-up: 300 miles on 10 US gallons = 30 MPG, stored wrongly as 12.
+    CVCItem first = fuel(1000, 10, 3, 0, utc(2026, 3, 1));
+    CVCItem second = fuel(1300, 10, 3, 12, utc(2026, 3, 8));
+    prepare(cli, root, { first, second });
+    const CliResult r = cli.run({ u"reconcile"_s, u"My Car"_s });
+    QCOMPARE(r.exitCode, 0);
+    EntryList saved;
+    QVERIFY(LogArchive().read(dataFolder(root) + u"MYCAR0001.vcb"_s, saved));
+    QCOMPARE(saved.size(), size_t(2));
+    QVERIFY2(qAbs(saved[1].economy - 30.0) < 1e-9, qPrintable(QString::number(saved[1].economy, 'g', 17)));
+    QCOMPARE(r.out, u"Reconciled 2 fuel entries; highest odometer 1300\n"_s);
+}
+
+void TestCliCommands::realBinaryRuns()
+{
+    QTemporaryDir root;
+    QProcess process;
+    process.start(QStringLiteral(TARVANE_BINARY_DIR "/src/cli/tarvane-cli"),
+                  { u"--root"_s, root.path(), u"vehicles"_s });
+    QVERIFY(process.waitForFinished(30000));
+    QCOMPARE(process.exitCode(), 0);
+    QCOMPARE(process.readAllStandardOutput(), QByteArray("My Car\tMYCAR0001\n"));
+    QVERIFY(QFile::exists(dataFolder(root) + u"Velcora.ini"_s));
+    QVERIFY(QFile::exists(root.path() + u"/Registry"_s));
+}
+
+QTEST_GUILESS_MAIN(TestCliCommands)
+#include "tst_cli_commands.moc"
