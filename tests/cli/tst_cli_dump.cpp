@@ -4,34 +4,16 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "CliApp.h"
-#include "platform/SettingsStore.h"
+#include "CliRunner_helper.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Run
-{
-    int code = 0;
-    QString out;
-    QString err;
-};
-
-Run runCli(const QStringList &arguments)
+CliResult runCli(const QStringList &arguments)
 {
     QTemporaryDir root;
-    Run r;
-    QTextStream out(&r.out);
-    QTextStream err(&r.err);
-    MemorySettingsStore options;
-    MemorySettingsStore preferences;
-    CliApp app(out, err);
-    app.setStores(&options, &preferences);
-    r.code = app.run(QStringList { u"tarvane-cli"_s, u"--root"_s, root.path() } + arguments);
-    out.flush();
-    err.flush();
-    return r;
+    return CliRunner(root.path()).run(arguments);
 }
 
 const QString Fixture = QStringLiteral(TARVANE_TEST_DATA "/log/three-kinds.vcb");
@@ -52,9 +34,9 @@ private slots:
 
 void TestCliDump::plain()
 {
-    const Run r = runCli({ u"dump"_s, Fixture });
+    const CliResult r = runCli({ u"dump"_s, Fixture });
     QCOMPARE(r.err, QString());
-    QCOMPARE(r.code, 0);
+    QCOMPARE(r.exitCode, 0);
     const QStringList expected {
         u"0    Fuel   11/14/23 10:13 PM  Odometer 1000"_s,
         u"    Type: Fuel"_s,
@@ -88,9 +70,9 @@ void TestCliDump::plain()
 
 void TestCliDump::json()
 {
-    const Run r = runCli({ u"dump"_s, Fixture, u"--json"_s });
+    const CliResult r = runCli({ u"dump"_s, Fixture, u"--json"_s });
     QCOMPARE(r.err, QString());
-    QCOMPARE(r.code, 0);
+    QCOMPARE(r.exitCode, 0);
     QJsonParseError error;
     const QJsonArray array = QJsonDocument::fromJson(r.out.toUtf8(), &error).array();
     QCOMPARE(error.error, QJsonParseError::NoError);
@@ -135,8 +117,8 @@ void TestCliDump::failures_data()
 void TestCliDump::failures()
 {
     QFETCH(QStringList, arguments);
-    const Run r = runCli(arguments);
-    QTEST(r.code, "code");
+    const CliResult r = runCli(arguments);
+    QTEST(r.exitCode, "code");
     QTEST(r.err, "err");
     QCOMPARE(r.out, QString());
 }
