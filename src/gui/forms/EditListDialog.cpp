@@ -32,6 +32,7 @@ EditListDialog::EditListDialog(const QString &section, const QString &listsPath,
     m_delete->setObjectName(u"delete"_s);
     m_list = new QListWidget;
     m_list->setObjectName(u"items"_s);
+    m_list->setSpacing(4);
     auto *hint = new QLabel(hintText());
     hint->setWordWrap(true);
     m_save = new QPushButton(u"Save"_s);

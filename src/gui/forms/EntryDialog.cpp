@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QRegularExpressionValidator>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include "platform/Reporter.h"
@@ -67,8 +68,16 @@ void EntryDialog::finishLayout()
             button->setDefault(false);
         }
     }
-    const QSize hint = sizeHint();
-    resize(qMin(hint.width(), 480), qMin(hint.height(), 640));
+    // As big as the controls want, up to a 480x640 screen; the scroll area takes the rest.
+    const QSize content = m_scroll->widget()->sizeHint();
+    const int buttons = m_save->sizeHint().height() + 12;
+    const int scrollBar = m_scroll->verticalScrollBar()->sizeHint().width();
+    const int width = qBound(360, content.width() + scrollBar, MaxWidth);
+    // Wrapped hint texts grow taller as the width shrinks.
+    QWidget *inner = m_scroll->widget();
+    const int height
+        = inner->hasHeightForWidth() ? inner->heightForWidth(width - scrollBar) : content.height();
+    resize(width, qMin(qMax(height, content.height()) + buttons + 16, MaxHeight));
 }
 
 void EntryDialog::keyPressEvent(QKeyEvent *event)

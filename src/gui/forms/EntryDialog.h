@@ -25,6 +25,9 @@ public:
 
     // Controls at least this high, so that a finger can hit them.
     static constexpr int TouchHeight = 32;
+    // The smallest screen the forms are made for.
+    static constexpr int MaxWidth = 480;
+    static constexpr int MaxHeight = 640;
 
     // Editors that take only what the field holds; they bring up a numeric keyboard on touch
     // platforms. Odometers: digits (a stored fraction stays editable); amounts: a signed decimal;

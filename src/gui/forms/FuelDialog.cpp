@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 
 #include "EditListDialog.h"
+#include "platform/CFormat.h"
 #include "settings/PickLists.h"
 
 using namespace Qt::StringLiterals;
@@ -53,6 +54,7 @@ FuelDialog::FuelDialog(const EntryFormContext &context, CVCItem &record, const Q
     m_note = new QPlainTextEdit;
     m_note->setObjectName(u"note"_s);
     m_note->setTabChangesFocus(true);
+    m_note->setMaximumHeight(96);
     m_note->setMinimumHeight(64);
     m_note->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     auto *hint = new QLabel(FuelForm::hintText());
@@ -154,7 +156,8 @@ void FuelDialog::showValues()
     m_priceUnit->setText(FuelForm::priceUnitText(values.unitText));
     setText(m_temperature, QString::number(values.temperature));
     setText(m_total, EntryForms::numberText(values.amount));
-    setText(m_economy, EntryForms::numberText(values.economy));
+    // Display only, never read back: two places are all it needs.
+    setText(m_economy, cformat("%.2f", values.economy));
     if (m_note->toPlainText() != values.note)
         m_note->setPlainText(values.note);
     m_showing = false;

@@ -54,6 +54,7 @@ MaintenanceDialog::MaintenanceDialog(const EntryFormContext &context, CVCItem &r
     m_note = new QPlainTextEdit;
     m_note->setObjectName(u"note"_s);
     m_note->setTabChangesFocus(true);
+    m_note->setMaximumHeight(96);
     m_note->setMinimumHeight(64);
     auto *hint = new QLabel(MaintenanceForm::hintText());
     hint->setWordWrap(true);

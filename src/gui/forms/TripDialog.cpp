@@ -65,6 +65,7 @@ TripDialog::TripDialog(const EntryFormContext &context, CVCItem &record, const D
     m_note = new QPlainTextEdit;
     m_note->setObjectName(u"note"_s);
     m_note->setTabChangesFocus(true);
+    m_note->setMaximumHeight(80);
     m_note->setMinimumHeight(56);
     m_tolls = decimalEdit();
     m_tolls->setObjectName(u"tolls"_s);
