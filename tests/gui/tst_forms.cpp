@@ -13,11 +13,13 @@
 #include <QtTest>
 
 #include "forms/EditListDialog.h"
+#include "forms/EntryFormRunner.h"
 #include "forms/FuelDialog.h"
 #include "forms/MaintenanceDialog.h"
 #include "forms/TripDialog.h"
 #include "platform/CFormat.h"
 #include "platform/Reporter.h"
+#include "session/VehicleSession.h"
 #include "settings/IniFile.h"
 #include "settings/PickLists.h"
 
@@ -102,6 +104,9 @@ private slots:
     void tripButtons();
 
     void editList();
+
+    void newEntryKeptOrDropped_data();
+    void newEntryKeptOrDropped();
 
     void screenshots();
 
@@ -467,6 +472,58 @@ void TestForms::editList()
     QTest::mouseClick(dialog.cancelButton(), Qt::LeftButton);
     QCOMPARE(dialog.result(), int(QDialog::Rejected));
     QCOMPARE(sectionLines(m_lists, section), (QStringList { u"Line0=Corner Station"_s, u"Line1=Harbour"_s }));
+}
+
+void TestForms::newEntryKeptOrDropped_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QString>("odometer");
+    QTest::addColumn<int>("entries");
+
+    QTest::newRow("fuel kept") << int(CVCItem::Fuel) << u"1"_s << 1;
+    QTest::newRow("fuel below 1 dropped") << int(CVCItem::Fuel) << u"0.5"_s << 0;
+    QTest::newRow("repair kept") << int(CVCItem::Maintenance) << u"12000"_s << 1;
+    QTest::newRow("trip kept") << int(CVCItem::Trip) << u"8"_s << 1;
+}
+
+// The main screen's way: a new record through its form, kept only with an odometer of 1 or more.
+void TestForms::newEntryKeptOrDropped()
+{
+    QFETCH(int, type);
+    QFETCH(QString, odometer);
+    QFETCH(int, entries);
+
+    TestLocaleFormats locale;
+    MemorySettingsStore options;
+    MemorySettingsStore preferences;
+    options.createKey(u"Options"_s);
+    options.setValue(u"Options"_s, u"Name"_s, u"My Car"_s);
+    QTemporaryDir root;
+    QVERIFY(root.isValid());
+    AppContext app { DevicePaths(root.path()), m_reporter, m_clock, locale, options, preferences };
+    VehicleSession session(app);
+    session.start();
+    QCOMPARE(session.entries().size(), size_t(0));
+
+    QTimer::singleShot(0, this, [&] {
+        auto *dialog = qobject_cast<EntryDialog *>(QApplication::activeModalWidget());
+        QVERIFY(dialog);
+        const auto edits = dialog->findChildren<QLineEdit *>();
+        for (QLineEdit *edit : edits) {
+            if (edit->objectName() == u"odometer"_s || edit->objectName() == u"departOdometer"_s
+                || edit->objectName() == u"arriveOdometer"_s)
+                retype(edit, odometer);
+        }
+        QTest::mouseClick(dialog->saveButton(), Qt::LeftButton);
+    });
+    const bool added = EntryFormRunner::addNew(session, CVCItem::EntryType(type), m_reporter, nullptr);
+    QCOMPARE(added, entries == 1);
+    QCOMPARE(session.entries().size(), size_t(entries));
+    if (entries == 1) {
+        QCOMPARE(session.entries().front().entryType, type);
+        QCOMPARE(session.entries().front().newEntryMark, 0);
+        QCOMPARE(session.scan().lastOdometer, odometer.toDouble());
+    }
 }
 
 void TestForms::screenshots()

@@ -510,7 +510,9 @@ void TestMainWindow::menuItemsAndShortcuts()
         if (action->menu())
             storage = action->menu();
     }
-    QCOMPARE(items, (QStringList { u"Help"_s, u"About"_s, u"Backup / Restore"_s }));
+    QCOMPARE(
+        items,
+        (QStringList { u"Fuel"_s, u"Repairs"_s, u"Trips"_s, u"Help"_s, u"About"_s, u"Backup / Restore"_s }));
     QVERIFY(storage);
     QStringList storageItems;
     for (QAction *action : storage->actions())
@@ -519,11 +521,12 @@ void TestMainWindow::menuItemsAndShortcuts()
 
     // Every command has its own key.
     QSet<QKeySequence> keys;
-    for (QAction *action : { w.helpAction(), w.aboutAction(), w.backupAction(), w.restoreAction() }) {
+    for (QAction *action : { w.helpAction(), w.aboutAction(), w.backupAction(), w.restoreAction(),
+                             w.fuelAction(), w.repairsAction(), w.tripsAction() }) {
         QVERIFY2(!action->shortcut().isEmpty(), qPrintable(action->text()));
         keys.insert(action->shortcut());
     }
-    QCOMPARE(keys.size(), 4);
+    QCOMPARE(keys.size(), 7);
     QCOMPARE(w.helpAction()->shortcut(), QKeySequence(QKeySequence::HelpContents));
 }
 

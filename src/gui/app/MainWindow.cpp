@@ -6,6 +6,7 @@
 #include "HelpLauncher.h"
 #include "VehicleSelector.h"
 #include "calc/CounterTiles.h"
+#include "forms/EntryFormRunner.h"
 #include "platform/CFormat.h"
 #include "session/VehicleSession.h"
 #include "widgets/IconArt.h"
@@ -104,12 +105,32 @@ void MainWindow::buildActions()
     m_restoreAction->setIconText(u"Restore"_s);
     connect(m_restoreAction, &QAction::triggered, this, &MainWindow::restoreVehicle);
 
-    for (QAction *action : { m_helpAction, m_aboutAction, m_backupAction, m_restoreAction })
+    m_fuelAction = new QAction(IconArt::entryIcon(0), u"&Fuel"_s, this);
+    m_fuelAction->setShortcut(QKeySequence(u"Ctrl+F"_s));
+    m_fuelAction->setIconText(u"Fuel"_s);
+    connect(m_fuelAction, &QAction::triggered, this, [this] { addEntry(CVCItem::Fuel); });
+
+    m_repairsAction = new QAction(IconArt::entryIcon(1), u"R&epairs"_s, this);
+    m_repairsAction->setShortcut(QKeySequence(u"Ctrl+E"_s));
+    m_repairsAction->setIconText(u"Repairs"_s);
+    connect(m_repairsAction, &QAction::triggered, this, [this] { addEntry(CVCItem::Maintenance); });
+
+    m_tripsAction = new QAction(IconArt::entryIcon(19), u"&Trips"_s, this);
+    m_tripsAction->setShortcut(QKeySequence(u"Ctrl+T"_s));
+    m_tripsAction->setIconText(u"Trips"_s);
+    connect(m_tripsAction, &QAction::triggered, this, [this] { addEntry(CVCItem::Trip); });
+
+    for (QAction *action : { m_helpAction, m_aboutAction, m_backupAction, m_restoreAction, m_fuelAction,
+                             m_repairsAction, m_tripsAction })
         action->setToolTip(action->text().remove(u'&') + u" ("_s
                            + action->shortcut().toString(QKeySequence::NativeText) + u')');
 
     QMenu *tools = menuBar()->addMenu(u"&TOOLS"_s);
     tools->setObjectName(u"toolsMenu"_s);
+    tools->addAction(m_fuelAction);
+    tools->addAction(m_repairsAction);
+    tools->addAction(m_tripsAction);
+    tools->addSeparator();
     tools->addAction(m_helpAction);
     tools->addAction(m_aboutAction);
     tools->addSeparator();
@@ -122,6 +143,10 @@ void MainWindow::buildActions()
     bar->setMovable(false);
     bar->setIconSize(QSize(20, 20));
     bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    bar->addAction(m_fuelAction);
+    bar->addAction(m_repairsAction);
+    bar->addAction(m_tripsAction);
+    bar->addSeparator();
     bar->addAction(m_backupAction);
     bar->addAction(m_restoreAction);
     bar->addSeparator();
@@ -330,4 +355,11 @@ void MainWindow::closeEvent(QCloseEvent *event)
     saveWindowGeometry();
     m_session.saveOptions();
     event->accept();
+}
+
+void MainWindow::addEntry(int entryType)
+{
+    // The session reopens the log after a save (a failed one too): show what it holds now.
+    EntryFormRunner::addNew(m_session, CVCItem::EntryType(entryType), m_session.context().reporter, this);
+    refresh();
 }

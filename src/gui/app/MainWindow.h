@@ -33,6 +33,8 @@ public:
     void showAbout();
     void backupVehicle();
     void restoreVehicle();
+    // "Fuel", "Repairs", "Trips": a new entry through its form, kept when saved with an odometer.
+    void addEntry(int entryType);
 
     VehicleSelector *vehicleSelector() const { return m_selector; }
     TileCounter *odometerCounter() const { return m_odometer; }
@@ -44,6 +46,9 @@ public:
     QAction *aboutAction() const { return m_aboutAction; }
     QAction *backupAction() const { return m_backupAction; }
     QAction *restoreAction() const { return m_restoreAction; }
+    QAction *fuelAction() const { return m_fuelAction; }
+    QAction *repairsAction() const { return m_repairsAction; }
+    QAction *tripsAction() const { return m_tripsAction; }
 
     static QString preferenceSection();
 
@@ -76,4 +81,7 @@ private:
     QAction *m_aboutAction = nullptr;
     QAction *m_backupAction = nullptr;
     QAction *m_restoreAction = nullptr;
+    QAction *m_fuelAction = nullptr;
+    QAction *m_repairsAction = nullptr;
+    QAction *m_tripsAction = nullptr;
 };
