@@ -43,22 +43,6 @@ bool applyDateTime(const QString &text, QDateTime *value)
     return false;
 }
 
-EntryFormContext formContext(const VehicleSession &session, const Clock &clock)
-{
-    EntryFormContext context;
-    context.highestOdometer = session.scan().lastOdometer;
-    context.startupTime = session.programNow();
-    context.clock = &clock;
-    context.vehicleName = session.currentVehicleName();
-    context.distanceUnit = session.vehicle().distanceUnit;
-    context.economyUnit = session.vehicle().economyUnit;
-    context.liquidUnit = session.vehicle().liquidUnit;
-    context.startOdometer = session.vehicle().startOdometer;
-    context.lastFullFillOdometer = session.scan().lastFullFillOdometer;
-    context.costPerMile = session.vehicle().costPerMile;
-    return context;
-}
-
 // Reads the options of one kind of entry and reports what is wrong with them.
 class OptionReader
 {
@@ -199,7 +183,7 @@ int AddCommand::run(const QStringList &arguments, CliEnvironment &env)
         return 1;
     }
 
-    const EntryFormContext context = formContext(session, env.app.clock);
+    const EntryFormContext context = session.formContext();
     Reporter &reporter = env.app.reporter;
     CVCItem record;
     // The "NOTE" box goes to stderr; it never stops the save.

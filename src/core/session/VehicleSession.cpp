@@ -260,6 +260,22 @@ CVCItem VehicleSession::newEntry(CVCItem::EntryType type) const
     return item;
 }
 
+EntryFormContext VehicleSession::formContext() const
+{
+    EntryFormContext context;
+    context.highestOdometer = m_log.scan().lastOdometer;
+    context.startupTime = m_now;
+    context.clock = &m_context.clock;
+    context.vehicleName = m_currentName;
+    context.distanceUnit = m_vehicle.distanceUnit;
+    context.economyUnit = m_vehicle.economyUnit;
+    context.liquidUnit = m_vehicle.liquidUnit;
+    context.startOdometer = m_vehicle.startOdometer;
+    context.lastFullFillOdometer = m_log.scan().lastFullFillOdometer;
+    context.costPerMile = m_vehicle.costPerMile;
+    return context;
+}
+
 bool VehicleSession::addEntry(const CVCItem &item)
 {
     // A form closed on an untouched record leaves its odometer below 1: it is dropped silently.

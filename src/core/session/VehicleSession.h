@@ -8,6 +8,7 @@
 
 #include "calc/MainScreenStatus.h"
 #include "calc/ReminderEngine.h"
+#include "forms/EntryFormContext.h"
 #include "log/CVCItem.h"
 #include "log/LogScan.h"
 #include "log/VehicleLog.h"
@@ -86,6 +87,10 @@ public:
     // A record for the Fuel / Repairs / Trips commands, marked new (99), at the last odometer
     // and the program's current time.
     CVCItem newEntry(CVCItem::EntryType type) const;
+    // What the entry forms need to know of the open vehicle.
+    EntryFormContext formContext() const;
+    // The install folder (the options' Path, normalised at start-up).
+    QString installPath() const { return m_installPath; }
     // After the form's OK: kept only when its odometer is at least 1.0; appended, saved, reopened.
     bool addEntry(const CVCItem &item);
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "forms/EntryFormContext.h"
 #include "log/CVCItem.h"
 
 class QWidget;
@@ -10,9 +9,6 @@ class VehicleSession;
 // How the main screen runs the three forms: a new record marked 99 at the last odometer, the
 // form, and on Save the record kept (odometer at least 1), appended, saved and the log reopened.
 namespace EntryFormRunner {
-
-// What the forms need to know of the open vehicle.
-EntryFormContext context(VehicleSession &session);
 
 // Runs the Fuel, Maintenance or Trips dialog on an existing record (the data view's way); true
 // after Save, with the record rewritten.
