@@ -48,7 +48,7 @@ format: deps
 	clang-format -i $(FORMAT_FILES)
 
 format-check: deps
-	clang-format --dry-run --Werror $(FORMAT_FILES)
+	@clang-format --dry-run --Werror $(FORMAT_FILES) && echo "format: clean"
 
 clean:
 	rm -rf $(BUILD) $(BUILD_ASAN) $(BUILD_REL)

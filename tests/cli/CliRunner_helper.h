@@ -18,8 +18,7 @@ class CliRunner
 public:
     explicit CliRunner(const QString &root)
         : m_root(root)
-    {
-    }
+    { }
 
     // Arguments after the program name; --root is added in front.
     CliResult run(const QStringList &arguments);

@@ -18,13 +18,13 @@ enum ReminderIndex : int {
 // The current vehicle's profile: one section of Velcora.ini, named after the vehicle.
 struct VehicleSettings
 {
-    QString name;       // the vehicle's name, also its section's name
-    QString directory;  // Directory
-    QString vin;        // VIN
-    QString make;       // Make
-    QString model;      // Model
-    qint32 year = 0;    // Year
-    QString plate;      // Plate
+    QString name; // the vehicle's name, also its section's name
+    QString directory; // Directory
+    QString vin; // VIN
+    QString make; // Make
+    QString model; // Model
+    qint32 year = 0; // Year
+    QString plate; // Plate
     double startOdometer = 0.0; // Start Odometer
 
     // Service intervals by reminder index: 0 OilDays/OilDistance, 1 CoolDays/CoolDistance,
@@ -35,10 +35,10 @@ struct VehicleSettings
     std::array<QString, 5> customNames; // Custom1..Custom5
 
     double costPerMile = 0.0; // CostPerMile
-    qint32 distanceUnit = 0;  // Distance: 0 miles, 1 kilometres
-    qint32 economyUnit = 0;   // Econo: 0 MPG, 1 MPL, 2 L/100km, 3 MPiG, 4 KPL
-    qint32 liquidUnit = 0;    // Liquid: 0 US gallons, 1 imperial gallons, 2 litres
-    quint32 setupDate = 0;    // SetupDate
+    qint32 distanceUnit = 0; // Distance: 0 miles, 1 kilometres
+    qint32 economyUnit = 0; // Econo: 0 MPG, 1 MPL, 2 L/100km, 3 MPiG, 4 KPL
+    qint32 liquidUnit = 0; // Liquid: 0 US gallons, 1 imperial gallons, 2 litres
+    quint32 setupDate = 0; // SetupDate
 
     // LastR0Mileage..LastR9Mileage and LastR0Date..LastR9Date.
     std::array<double, ReminderCount> lastMileage {};
