@@ -8,12 +8,14 @@
 #include <memory>
 
 using namespace Qt::StringLiterals;
+using SettingsFiles::lines;
+using SettingsFiles::written;
 
 namespace {
 
-IniFile *iniFrom(const QString &text)
+std::unique_ptr<IniFile> iniFrom(const QString &text)
 {
-    auto *ini = new IniFile;
+    auto ini = std::make_unique<IniFile>();
     ini->parse(SettingsFiles::utf16(text));
     return ini;
 }
@@ -29,17 +31,9 @@ VehicleSettings blueVan()
     v.year = 1999;
     v.plate = u"ABC 123"_s;
     v.startOdometer = 12345.6;
-    v.intervalDays[OilChangeReminder] = 90;
-    v.intervalDistance[OilChangeReminder] = 3000;
-    v.intervalDays[CoolantFlushReminder] = 730;
-    v.intervalDistance[CoolantFlushReminder] = 30000;
-    v.intervalDays[TuneUpReminder] = 365;
-    v.intervalDistance[TuneUpReminder] = 15000.4;
-    v.intervalDays[TireRotationReminder] = 180;
-    v.intervalDistance[TireRotationReminder] = 7499.7;
+    v.intervalDays = { 90, 730, 0, 365, 180, 60 };
+    v.intervalDistance = { 3000, 30000, 0, 15000.4, 7499.7, 12000 };
     v.customNames[0] = u"Brakes"_s;
-    v.intervalDays[FirstCustomReminder] = 60;
-    v.intervalDistance[FirstCustomReminder] = 12000;
     v.costPerMile = 0.55;
     v.distanceUnit = 1;
     v.economyUnit = 4;
@@ -47,42 +41,16 @@ VehicleSettings blueVan()
     return v;
 }
 
-const QString blueVanKeys = u"Directory=\\My Documents\\Tarvane Files\\\r\n"_s;
-const QString blueVanRest = u"VIN=1FTRX\r\n"
-                            "Make=Ford\r\n"
-                            "Model=Ranger\r\n"
-                            "Year=1999\r\n"
-                            "Plate=ABC 123\r\n"
-                            "Start Odometer=12346  \r\n"
-                            "CoolDays=730 \r\n"
-                            "CoolDistance=30000  \r\n"
-                            "OilDays=90  \r\n"
-                            "TuneDistance=15000  \r\n"
-                            "TuneDays=365 \r\n"
-                            "OilDistance=3000   \r\n"
-                            "TransDays=    \r\n"
-                            "TransDistance=0      \r\n"
-                            "TireDays=180 \r\n"
-                            "TireDistance=7500   \r\n"
-                            "Custom1=Brakes\r\n"
-                            "Custom2=\r\n"
-                            "Custom3=\r\n"
-                            "Custom4=\r\n"
-                            "Custom5=\r\n"
-                            "C1Days=60  \r\n"
-                            "C2Days=    \r\n"
-                            "C3Days=    \r\n"
-                            "C4Days=    \r\n"
-                            "C5Days=    \r\n"
-                            "C1Miles=12000  \r\n"
-                            "C2Miles=0      \r\n"
-                            "C3Miles=0      \r\n"
-                            "C4Miles=0      \r\n"
-                            "C5Miles=0      \r\n"
-                            "CostPerMile=0.550\r\n"
-                            "Distance=Kilometer\r\n"
-                            "Econo=KPL\r\n"
-                            "Liquid=Litre\r\n"_s;
+// Its keys after Directory: distances "%-7.0f", days "%-4.0d" (zero prints nothing), cost "%-3.3f".
+const QStringList blueVanKeys = lines(
+    u"VIN=1FTRX|Make=Ford|Model=Ranger|Year=1999|Plate=ABC 123|Start Odometer=12346  |CoolDays=730 |"
+    u"CoolDistance=30000  |OilDays=90  |TuneDistance=15000  |TuneDays=365 |OilDistance=3000   |"
+    u"TransDays=    |TransDistance=0      |TireDays=180 |TireDistance=7500   |Custom1=Brakes|Custom2=|"
+    u"Custom3=|Custom4=|Custom5=|C1Days=60  |C2Days=    |C3Days=    |C4Days=    |C5Days=    |"
+    u"C1Miles=12000  |C2Miles=0      |C3Miles=0      |C4Miles=0      |C5Miles=0      |"
+    u"CostPerMile=0.550|Distance=Kilometer|Econo=KPL|Liquid=Litre"_s);
+const QStringList tripKeys
+    = lines(u"[TripSettings]|Detailed=Yes|CompanyName=No|HomeAddress=No|UseContacts=No|SortListBy=Purpose"_s);
 
 } // namespace
 
@@ -111,25 +79,22 @@ void TestVehicleProfile::saveNewVehicle_data()
 {
     QTest::addColumn<int>("slot");
     QTest::addColumn<QString>("directory");
-    QTest::addColumn<QString>("expected");
+    QTest::addColumn<QStringList>("expected");
 
-    QTest::newRow("new vehicle entered in slot 0") << 0 << QString()
-                                                   << u"\r\n[Blue Van]\r\n"_s + blueVanKeys + blueVanRest
-            + u"\r\n[VehicleList]\r\nVehicle0=Blue Van\r\n"_s
-            + u"\r\n[TripSettings]\r\nDetailed=Yes\r\nCompanyName=No\r\nHomeAddress=No\r\n"
-              "UseContacts=No\r\nSortListBy=Purpose\r\n"_s;
+    QTest::newRow("new vehicle entered in slot 0")
+        << 0 << QString()
+        << QStringList { u"[Blue Van]"_s, u"Directory=\\My Documents\\Tarvane Files\\"_s } + blueVanKeys
+            + lines(u"[VehicleList]|Vehicle0=Blue Van"_s) + tripKeys;
     QTest::newRow("no list slot, own directory")
         << -1 << u"\\Storage Card\\Van\\"_s
-        << u"\r\n[Blue Van]\r\nDirectory=\\Storage Card\\Van\\\r\n"_s + blueVanRest
-            + u"\r\n[TripSettings]\r\nDetailed=Yes\r\nCompanyName=No\r\nHomeAddress=No\r\n"
-              "UseContacts=No\r\nSortListBy=Purpose\r\n"_s;
+        << QStringList { u"[Blue Van]"_s, u"Directory=\\Storage Card\\Van\\"_s } + blueVanKeys + tripKeys;
 }
 
 void TestVehicleProfile::saveNewVehicle()
 {
     QFETCH(int, slot);
     QFETCH(QString, directory);
-    QFETCH(QString, expected);
+    QFETCH(QStringList, expected);
 
     VehicleSettings v = blueVan();
     v.directory = directory;
@@ -140,13 +105,13 @@ void TestVehicleProfile::saveNewVehicle()
     IniFile ini;
     QVERIFY(VehicleProfile::save(ini, v, trip, slot, reporter));
     QCOMPARE(reporter.texts(), QStringList());
-    QCOMPARE(ini.serialize(), SettingsFiles::utf16(expected));
+    QCOMPARE(ini.serialize(), written(expected));
 }
 
 void TestVehicleProfile::saveWithEmptyVin()
 {
     const QString text = u"\r\n[Van]\r\nVIN=\r\nMake=Ford\r\n"_s;
-    std::unique_ptr<IniFile> ini(iniFrom(text));
+    auto ini = iniFrom(text);
     VehicleSettings v = blueVan();
     v.name = u"Van"_s;
     v.vin.clear();
@@ -160,47 +125,40 @@ void TestVehicleProfile::saveWithEmptyVin()
 void TestVehicleProfile::unitWords_data()
 {
     QTest::addColumn<QString>("key");
-    QTest::addColumn<int>("code");
-    QTest::addColumn<QString>("word");
+    QTest::addColumn<QStringList>("words"); // by code
 
-    QTest::newRow("miles") << u"Distance"_s << 0 << u"Mile"_s;
-    QTest::newRow("kilometres") << u"Distance"_s << 1 << u"Kilometer"_s;
-    QTest::newRow("MPG") << u"Econo"_s << 0 << u"MPG"_s;
-    QTest::newRow("MPL") << u"Econo"_s << 1 << u"MPL"_s;
-    QTest::newRow("L/100km") << u"Econo"_s << 2 << u"L/100km"_s;
-    QTest::newRow("MPiG") << u"Econo"_s << 3 << u"MPiG"_s;
-    QTest::newRow("KPL") << u"Econo"_s << 4 << u"KPL"_s;
-    QTest::newRow("US gallons") << u"Liquid"_s << 0 << u"US"_s;
-    QTest::newRow("imperial gallons") << u"Liquid"_s << 1 << u"Imp"_s;
-    QTest::newRow("litres") << u"Liquid"_s << 2 << u"Litre"_s;
+    QTest::newRow("distance") << u"Distance"_s << lines(u"Mile|Kilometer"_s);
+    QTest::newRow("economy") << u"Econo"_s << lines(u"MPG|MPL|L/100km|MPiG|KPL"_s);
+    QTest::newRow("liquid") << u"Liquid"_s << lines(u"US|Imp|Litre"_s);
 }
 
 void TestVehicleProfile::unitWords()
 {
     QFETCH(QString, key);
-    QFETCH(int, code);
-    QFETCH(QString, word);
+    QFETCH(QStringList, words);
 
-    VehicleSettings v;
-    v.name = u"V"_s;
-    v.vin = u"X"_s;
     qint32 VehicleSettings::*field = key == u"Distance"_s ? &VehicleSettings::distanceUnit
         : key == u"Econo"_s                               ? &VehicleSettings::economyUnit
                                                           : &VehicleSettings::liquidUnit;
-    v.*field = code;
-    IniFile ini;
-    NullReporter reporter;
-    QVERIFY(VehicleProfile::save(ini, v, TripSettings(), -1, reporter));
-    QString written;
-    QVERIFY(ini.GetString(u"V"_s, key, written));
-    QCOMPARE(written, word);
+    for (int code = 0; code < words.size(); ++code) {
+        VehicleSettings v;
+        v.name = u"V"_s;
+        v.vin = u"X"_s;
+        v.*field = code;
+        IniFile ini;
+        NullReporter reporter;
+        QVERIFY(VehicleProfile::save(ini, v, TripSettings(), -1, reporter));
+        QString word;
+        QVERIFY(ini.GetString(u"V"_s, key, word));
+        QCOMPARE(word, words[code]);
 
-    // And back, with the trailing blanks a hand edit may leave.
-    ini.SetString(u"V"_s, key, word + u"  "_s);
-    VehicleSettings loaded;
-    loaded.*field = 99;
-    VehicleProfile::load(ini, u"V"_s, loaded);
-    QCOMPARE(loaded.*field, code);
+        // And back, with the trailing blanks a hand edit may leave.
+        ini.SetString(u"V"_s, key, word + u"  "_s);
+        VehicleSettings loaded;
+        loaded.*field = 99;
+        VehicleProfile::load(ini, u"V"_s, loaded);
+        QCOMPARE(loaded.*field, code);
+    }
 }
 
 void TestVehicleProfile::saveLastServices()
@@ -208,78 +166,59 @@ void TestVehicleProfile::saveLastServices()
     VehicleSettings v;
     v.name = u"Van"_s;
     v.setupDate = 1000000000;
-    v.lastMileage[OilChangeReminder] = 3000.4;
-    v.lastDate[OilChangeReminder] = 86400;
-    v.lastMileage[TireRotationReminder] = 123456.5001;
-    v.lastDate[TireRotationReminder] = 1234567890;
-    v.lastMileage[9] = 7;
-    v.lastDate[9] = 4294967295u;
+    v.lastMileage = { 3000.4, 0, 0, 0, 123456.5001, 0, 0, 0, 0, 7 };
+    v.lastDate = { 86400, 0, 0, 0, 1234567890, 0, 0, 0, 0, 4294967295u };
     IniFile ini;
     VehicleProfile::saveLastServices(ini, v);
 
-    QString expected
-        = u"\r\n[Van]\r\nDirectory=\\My Documents\\Tarvane Files\\\r\nSetupDate=1000000000\r\n"_s;
-    const QStringList mileage = { u"3000   "_s, u"0      "_s, u"0      "_s, u"0      "_s, u"123457 "_s,
-                                  u"0      "_s, u"0      "_s, u"0      "_s, u"0      "_s, u"7      "_s };
-    const QStringList dates
-        = { u"0000086400"_s, u"0000000000"_s, u"0000000000"_s, u"0000000000"_s, u"1234567890"_s,
-            u"0000000000"_s, u"0000000000"_s, u"0000000000"_s, u"0000000000"_s, u"-0000000001"_s };
-    for (int r = 0; r < 10; ++r) {
-        expected += u"LastR%1Mileage="_s.arg(r) + mileage[r] + u"\r\n"_s;
-        expected += u"LastR%1Date="_s.arg(r) + dates[r] + u"\r\n"_s;
-    }
-    expected += u"\r\n[Versions]\r\nPPC=Version 2.2.2 Build 76\r\n"_s;
-    QCOMPARE(ini.serialize(), SettingsFiles::utf16(expected));
+    QStringList mileage(10, u"0      "_s), dates(10, u"0000000000"_s);
+    mileage[0] = u"3000   "_s, mileage[4] = u"123457 "_s, mileage[9] = u"7      "_s;
+    dates[0] = u"0000086400"_s, dates[4] = u"1234567890"_s, dates[9] = u"-0000000001"_s;
+    QStringList expected = lines(u"[Van]|Directory=\\My Documents\\Tarvane Files\\|SetupDate=1000000000"_s);
+    for (int r = 0; r < 10; ++r)
+        expected << u"LastR%1Mileage="_s.arg(r) + mileage[r] << u"LastR%1Date="_s.arg(r) + dates[r];
+    QCOMPARE(ini.serialize(), written(expected + lines(u"[Versions]|PPC=Version 2.2.2 Build 76"_s)));
 
     // The dates come back as the same 32-bit values, the largest included.
     VehicleSettings back;
     VehicleProfile::load(ini, u"Van"_s, back);
     QCOMPARE(back.setupDate, 1000000000u);
-    QCOMPARE(back.lastDate[9], 4294967295u);
-    QCOMPARE(back.lastDate[OilChangeReminder], 86400u);
+    QCOMPARE(back.lastDate, v.lastDate);
     QCOMPARE(back.lastMileage[TireRotationReminder], 123457.0);
 }
 
 void TestVehicleProfile::loadNumbers_data()
 {
     QTest::addColumn<QString>("line");
-    QTest::addColumn<double>("startOdometer");
-    QTest::addColumn<int>("year");
-    QTest::addColumn<int>("oilDays");
-    QTest::addColumn<double>("costPerMile");
+    QTest::addColumn<QList<double>>("values"); // start odometer, year, oil days, cost per mile
 
     // Each row sets one key; the others stay missing and keep the values 0.
-    QTest::newRow("padded odometer") << u"Start Odometer=12345  "_s << 12345.0 << 0 << 0 << 0.0;
-    QTest::newRow("odometer with junk") << u"Start Odometer=12.5km"_s << 12.5 << 0 << 0 << 0.0;
-    QTest::newRow("odometer not a number") << u"Start Odometer=abc"_s << 0.0 << 0 << 0 << 0.0;
-    QTest::newRow("odometer exponent") << u"Start Odometer=1e3"_s << 1000.0 << 0 << 0 << 0.0;
-    QTest::newRow("year junk") << u"Year=nineteen"_s << 0.0 << 0 << 0 << 0.0;
-    QTest::newRow("year fraction cut") << u"Year=2001.9"_s << 0.0 << 2001 << 0 << 0.0;
-    QTest::newRow("negative days") << u"OilDays=-3x"_s << 0.0 << 0 << -3 << 0.0;
-    QTest::newRow("days too large") << u"OilDays=99999999999"_s << 0.0 << 0 << 2147483647 << 0.0;
-    QTest::newRow("cost leading point") << u"CostPerMile=.5"_s << 0.0 << 0 << 0 << 0.5;
+    QTest::newRow("padded odometer") << u"Start Odometer=12345  "_s << QList<double> { 12345, 0, 0, 0 };
+    QTest::newRow("odometer with junk") << u"Start Odometer=12.5km"_s << QList<double> { 12.5, 0, 0, 0 };
+    QTest::newRow("odometer not a number") << u"Start Odometer=abc"_s << QList<double> { 0, 0, 0, 0 };
+    QTest::newRow("odometer exponent") << u"Start Odometer=1e3"_s << QList<double> { 1000, 0, 0, 0 };
+    QTest::newRow("year junk") << u"Year=nineteen"_s << QList<double> { 0, 0, 0, 0 };
+    QTest::newRow("year fraction cut") << u"Year=2001.9"_s << QList<double> { 0, 2001, 0, 0 };
+    QTest::newRow("negative days") << u"OilDays=-3x"_s << QList<double> { 0, 0, -3, 0 };
+    QTest::newRow("days too large") << u"OilDays=99999999999"_s << QList<double> { 0, 0, 2147483647, 0 };
+    QTest::newRow("cost leading point") << u"CostPerMile=.5"_s << QList<double> { 0, 0, 0, 0.5 };
 }
 
 void TestVehicleProfile::loadNumbers()
 {
     QFETCH(QString, line);
-    QFETCH(double, startOdometer);
-    QFETCH(int, year);
-    QFETCH(int, oilDays);
-    QFETCH(double, costPerMile);
+    QFETCH(QList<double>, values);
 
-    std::unique_ptr<IniFile> ini(iniFrom(u"[Van]\r\n"_s + line + u"\r\n"_s));
     VehicleSettings v;
-    QVERIFY(VehicleProfile::load(*ini, u"Van"_s, v));
-    QCOMPARE(v.startOdometer, startOdometer);
-    QCOMPARE(v.year, year);
-    QCOMPARE(v.intervalDays[OilChangeReminder], oilDays);
-    QCOMPARE(v.costPerMile, costPerMile);
+    QVERIFY(VehicleProfile::load(*iniFrom(u"[Van]\r\n"_s + line + u"\r\n"_s), u"Van"_s, v));
+    QCOMPARE((QList<double> { v.startOdometer, double(v.year), double(v.intervalDays[OilChangeReminder]),
+                              v.costPerMile }),
+             values);
 }
 
 void TestVehicleProfile::loadMissingKeysKeepValues()
 {
-    std::unique_ptr<IniFile> ini(iniFrom(u"[Van]\r\nMake=Ford\r\nTuneDays=30\r\nLastR3Mileage=500\r\n"_s));
+    auto ini = iniFrom(u"[Van]\r\nMake=Ford\r\nTuneDays=30\r\nLastR3Mileage=500\r\n"_s);
     VehicleSettings v = blueVan();
     v.directory = u"\\Old\\"_s;
     QVERIFY(VehicleProfile::load(*ini, u"Van"_s, v));
@@ -290,11 +229,9 @@ void TestVehicleProfile::loadMissingKeysKeepValues()
     // Everything else is as it was.
     QCOMPARE(v.directory, u"\\Old\\"_s);
     QCOMPARE(v.vin, u"1FTRX"_s);
-    QCOMPARE(v.model, u"Ranger"_s);
-    QCOMPARE(v.intervalDistance[TuneUpReminder], 15000.4);
+    QCOMPARE(v.intervalDistance, blueVan().intervalDistance);
     QCOMPARE(v.customNames[0], u"Brakes"_s);
     QCOMPARE(v.economyUnit, 4);
-    QCOMPARE(v.liquidUnit, 2);
 
     // A reset first gives a hand-written section the plain defaults.
     VehicleProfile::resetToDefaults(v);
@@ -302,11 +239,9 @@ void TestVehicleProfile::loadMissingKeysKeepValues()
     QVERIFY(VehicleProfile::load(*ini, u"Van"_s, v));
     QCOMPARE(v.directory, u"\\My Documents\\Tarvane Files\\"_s);
     QCOMPARE(v.vin, QString());
-    QCOMPARE(v.intervalDistance[TuneUpReminder], 0.0);
+    QCOMPARE(v.intervalDistance, VehicleSettings().intervalDistance);
     QCOMPARE(v.customNames[0], QString());
-    QCOMPARE(v.distanceUnit, 0);
-    QCOMPARE(v.economyUnit, 0);
-    QCOMPARE(v.liquidUnit, 0);
+    QCOMPARE((QList<int> { v.distanceUnit, v.economyUnit, v.liquidUnit }), (QList<int> { 0, 0, 0 }));
 
     // No section at all: reported, nothing but the name and folder changed.
     VehicleSettings other = blueVan();
@@ -325,11 +260,9 @@ void TestVehicleProfile::loadHandWrittenFile()
     QCOMPARE(v.vin, u"OT-77"_s);
     QCOMPARE(v.year, 1987);
     QCOMPARE(v.startOdometer, 150000.0);
-    QCOMPARE(v.intervalDistance[OilChangeReminder], 3500.0);
+    QCOMPARE(v.intervalDistance, (std::array<double, ReminderCount> { 3500, 0, 0, 0, 0, 0, 2000 }));
     QCOMPARE(v.intervalDays[OilChangeReminder], 0);
-    QCOMPARE(v.intervalDistance[TireRotationReminder], 0.0);
     QCOMPARE(v.customNames[1], u"Wax "_s);
-    QCOMPARE(v.intervalDistance[FirstCustomReminder + 1], 2000.0);
     QCOMPARE(v.costPerMile, 0.31);
     QCOMPARE(v.distanceUnit, 1);
     QCOMPARE(v.economyUnit, 0); // "mpg" is not a word the file uses
@@ -350,14 +283,12 @@ void TestVehicleProfile::vehicleList_data()
     QTest::addColumn<int>("index");
 
     QTest::newRow("empty value skipped")
-        << u"Vehicle0=A\r\nVehicle1=\r\nVehicle2=B\r\n"_s << u"B"_s << QStringList { u"A"_s, u"B"_s } << 1;
-    QTest::newRow("missing key stops")
-        << u"Vehicle0=A\r\nVehicle2=B\r\n"_s << u"B"_s << QStringList { u"A"_s } << -1;
+        << u"Vehicle0=A\r\nVehicle1=\r\nVehicle2=B\r\n"_s << u"B"_s << lines(u"A|B"_s) << 1;
+    QTest::newRow("missing key stops") << u"Vehicle0=A\r\nVehicle2=B\r\n"_s << u"B"_s << lines(u"A"_s) << -1;
     QTest::newRow("exact case only") << u"Vehicle0=Van\r\nVehicle1=van\r\n"_s << u"van"_s
-                                     << QStringList { u"Van"_s, u"van"_s } << 1;
-    QTest::newRow("no match") << u"Vehicle0=Van\r\n"_s << u"Van "_s << QStringList { u"Van"_s } << -1;
-    QTest::newRow("keys out of order")
-        << u"Vehicle1=B\r\nVehicle0=A\r\n"_s << u"A"_s << QStringList { u"A"_s, u"B"_s } << 0;
+                                     << lines(u"Van|van"_s) << 1;
+    QTest::newRow("no match") << u"Vehicle0=Van\r\n"_s << u"Van "_s << lines(u"Van"_s) << -1;
+    QTest::newRow("keys out of order") << u"Vehicle1=B\r\nVehicle0=A\r\n"_s << u"A"_s << lines(u"A|B"_s) << 0;
     QTest::newRow("no list") << QString() << u"Select Vehicle"_s << QStringList() << -1;
 }
 
@@ -368,8 +299,8 @@ void TestVehicleProfile::vehicleList()
     QFETCH(QStringList, names);
     QFETCH(int, index);
 
-    std::unique_ptr<IniFile> ini(iniFrom(
-        section.isEmpty() ? QString() : u"[VehicleList]\r\n"_s + section + u"[Other]\r\nVehicle9=Z\r\n"_s));
+    auto ini = iniFrom(section.isEmpty() ? QString()
+                                         : u"[VehicleList]\r\n"_s + section + u"[Other]\r\nVehicle9=Z\r\n"_s);
     const VehicleProfile::VehicleList list = VehicleProfile::readVehicleList(*ini, current);
     QCOMPARE(list.names, names);
     QCOMPARE(list.currentIndex, index);
@@ -377,38 +308,30 @@ void TestVehicleProfile::vehicleList()
 
 void TestVehicleProfile::tripSettings_data()
 {
-    QTest::addColumn<QString>("detailed");
-    QTest::addColumn<QString>("sortListBy");
-    QTest::addColumn<bool>("isDetailed");
+    QTest::addColumn<QString>("keys");
+    QTest::addColumn<bool>("detailed");
     QTest::addColumn<int>("sort");
 
     // The values start out as detailed = true and sort = 1.
-    QTest::newRow("plain") << u"Yes"_s << u"Date"_s << true << 0;
-    QTest::newRow("no") << u"No"_s << u"Contact"_s << false << 2;
-    QTest::newRow("lower case is not yes") << u"yes"_s << u"Purpose"_s << false << 1;
-    QTest::newRow("contained") << u"  Yes please"_s << u"By Contact name"_s << true << 2;
-    QTest::newRow("unknown order keeps") << u"YES"_s << u"Mileage"_s << false << 1;
-    QTest::newRow("missing keys keep") << QString() << QString() << true << 1;
+    QTest::newRow("plain") << u"Detailed=Yes\r\nSortListBy=Date"_s << true << 0;
+    QTest::newRow("no") << u"Detailed=No\r\nSortListBy=Contact"_s << false << 2;
+    QTest::newRow("lower case is not yes") << u"Detailed=yes\r\nSortListBy=Purpose"_s << false << 1;
+    QTest::newRow("contained") << u"Detailed=  Yes please\r\nSortListBy=By Contact name"_s << true << 2;
+    QTest::newRow("unknown order keeps") << u"Detailed=YES\r\nSortListBy=Mileage"_s << false << 1;
+    QTest::newRow("missing keys keep") << QString() << true << 1;
 }
 
 void TestVehicleProfile::tripSettings()
 {
-    QFETCH(QString, detailed);
-    QFETCH(QString, sortListBy);
-    QFETCH(bool, isDetailed);
+    QFETCH(QString, keys);
+    QFETCH(bool, detailed);
     QFETCH(int, sort);
 
-    QString text = u"[TripSettings]\r\nUseContacts=Yes\r\n"_s;
-    if (!detailed.isNull())
-        text += u"Detailed="_s + detailed + u"\r\n"_s;
-    if (!sortListBy.isNull())
-        text += u"SortListBy="_s + sortListBy + u"\r\n"_s;
-    std::unique_ptr<IniFile> ini(iniFrom(text));
     TripSettings trip;
     trip.detailed = true;
     trip.sortListBy = 1;
-    VehicleProfile::loadTripSettings(*ini, trip);
-    QCOMPARE(trip.detailed, isDetailed);
+    VehicleProfile::loadTripSettings(*iniFrom(u"[TripSettings]\r\nUseContacts=Yes\r\n"_s + keys), trip);
+    QCOMPARE(trip.detailed, detailed);
     QCOMPARE(trip.sortListBy, sort);
     QCOMPARE(trip.useContacts, true);
     QCOMPARE(trip.companyName, false);
