@@ -50,6 +50,7 @@ QStringList summary(const EntryList &entries)
 } // namespace
 
 Q_DECLARE_METATYPE(EntryList)
+Q_DECLARE_METATYPE(FuelEconomy::FillUpInput)
 
 class TestFuelEconomy : public QObject
 {
@@ -60,115 +61,64 @@ private slots:
     void fillUp();
     void reconcile_data();
     void reconcile();
-    void economyText_data();
     void economyText();
     void mainScreenLines_data();
     void mainScreenLines();
 };
 
+// One fill-up as the form hands it over. The form starts with economy 12.34, total 5.00 and
+// liquid index 0, so a stop shows as those values kept. Most rows measure in miles from the last
+// full fill-up at 1000, start 500. Expected: economy, total and liquid index.
+static void fillUpRow(const char *name, double odometer, const QString &quantity, const QString &price,
+                      const QString &liquid, int economyUnit, const char *expected, int distanceUnit = 0,
+                      double start = 500.0, double lastFull = 1000.0)
+{
+    QTest::newRow(name) << FuelEconomy::FillUpInput {
+        odometer, quantity, price, liquid, distanceUnit, economyUnit, start, lastFull, 12.34, 5.0, 0
+    } << QString::fromLatin1(expected);
+}
+
 void TestFuelEconomy::fillUp_data()
 {
-    QTest::addColumn<double>("odometer");
-    QTest::addColumn<QString>("quantity");
-    QTest::addColumn<QString>("price");
-    QTest::addColumn<QString>("liquid");
-    QTest::addColumn<int>("distanceUnit");
-    QTest::addColumn<int>("economyUnit");
-    QTest::addColumn<double>("start");
-    QTest::addColumn<double>("lastFull");
-    QTest::addColumn<QString>("expectedEconomy");
-    QTest::addColumn<QString>("expectedAmount");
-    QTest::addColumn<int>("expectedLiquid");
-
-    // The form starts each row with economy 12.34, total 5.00 and liquid index 0, so a stop
-    // shows as those values kept.
+    QTest::addColumn<FuelEconomy::FillUpInput>("input");
+    QTest::addColumn<QString>("expected");
     // 300 miles on 10 US gallons: 482.8032 km, 37.8541 l.
-    QTest::newRow("MPG US gallons") << 1300.0 << u"10"_s << u"3.000"_s << u"Gallons"_s << 0 << 0 << 500.0
-                                    << 1000.0 << u"30.00"_s << u"30.00"_s << 0;
-    QTest::newRow("MPL") << 1300.0 << u"10"_s << u"3"_s << u"Gallons"_s << 0 << 1 << 500.0 << 1000.0
-                         << u"7.93"_s << u"30.00"_s << 0;
-    QTest::newRow("L/100km") << 1300.0 << u"10"_s << u"3"_s << u"Gallons"_s << 0 << 2 << 500.0 << 1000.0
-                             << u"7.84"_s << u"30.00"_s << 0;
-    QTest::newRow("MPiG from US gallons") << 1300.0 << u"10"_s << u"3"_s << u"Gallons"_s << 0 << 3 << 500.0
-                                          << 1000.0 << u"36.03"_s << u"30.00"_s << 0;
-    QTest::newRow("KPL") << 1300.0 << u"10"_s << u"3"_s << u"Gallons"_s << 0 << 4 << 500.0 << 1000.0
-                         << u"12.75"_s << u"30.00"_s << 0;
+    fillUpRow("MPG US gallons", 1300, u"10"_s, u"3.000"_s, u"Gallons"_s, 0, "30.00 30.00 0");
+    fillUpRow("MPL", 1300, u"10"_s, u"3"_s, u"Gallons"_s, 1, "7.93 30.00 0");
+    fillUpRow("L/100km", 1300, u"10"_s, u"3"_s, u"Gallons"_s, 2, "7.84 30.00 0");
+    fillUpRow("MPiG from US gallons", 1300, u"10"_s, u"3"_s, u"Gallons"_s, 3, "36.03 30.00 0");
+    fillUpRow("KPL", 1300, u"10"_s, u"3"_s, u"Gallons"_s, 4, "12.75 30.00 0");
     // MPG follows the gallon the fuel was bought in: imperial here, not 24.98.
-    QTest::newRow("MPG imperial gallons") << 1300.0 << u"10"_s << u"1.5"_s << u"Imp. Gallons"_s << 0 << 0
-                                          << 500.0 << 1000.0 << u"30.00"_s << u"15.00"_s << 1;
-    QTest::newRow("MPiG imperial gallons") << 1300.0 << u"10"_s << u"1.5"_s << u"Imp. Gallons"_s << 0 << 3
-                                           << 500.0 << 1000.0 << u"30.00"_s << u"15.00"_s << 1;
-    QTest::newRow("MPG litres use the US gallon") << 1300.0 << u"37.8541"_s << u"1"_s << u"Litres"_s << 0 << 0
-                                                  << 500.0 << 1000.0 << u"30.00"_s << u"37.85"_s << 2;
-    QTest::newRow("kilometres KPL") << 1500.0 << u"40"_s << u"1.25"_s << u"Litres"_s << 1 << 4 << 0.5
-                                    << 1000.0 << u"12.50"_s << u"50.00"_s << 2;
-    QTest::newRow("kilometres L/100km") << 1500.0 << u"40"_s << u"1"_s << u"Litres"_s << 1 << 2 << 0.0
-                                        << 1000.0 << u"8.00"_s << u"40.00"_s << 2;
+    fillUpRow("MPG imperial gallons", 1300, u"10"_s, u"1.5"_s, u"Imp. Gallons"_s, 0, "30.00 15.00 1");
+    fillUpRow("MPG litres use the US gallon", 1300, u"37.8541"_s, u"1"_s, u"Litres"_s, 0, "30.00 37.85 2");
+    fillUpRow("kilometres KPL", 1500, u"40"_s, u"1.25"_s, u"Litres"_s, 4, "12.50 50.00 2", 1, 0.5);
+    fillUpRow("kilometres L/100km", 1500, u"40"_s, u"1"_s, u"Litres"_s, 2, "8.00 40.00 2", 1, 0.0);
     // A partial fill gets its own economy from the form; the next full one still measures from
     // the last full fill-up (1000), as the first row does.
-    QTest::newRow("partial fill") << 1150.0 << u"5"_s << u"3"_s << u"Gallons"_s << 0 << 0 << 500.0 << 1000.0
-                                  << u"30.00"_s << u"15.00"_s << 0;
-    QTest::newRow("odometer at last full") << 1000.0 << u"10"_s << u"3"_s << u"Gallons"_s << 0 << 0 << 500.0
-                                           << 1000.0 << u"12.34"_s << u"5.00"_s << 0;
-    QTest::newRow("odometer below last full") << 900.0 << u"10"_s << u"3"_s << u"Litres"_s << 0 << 0 << 500.0
-                                              << 1000.0 << u"12.34"_s << u"5.00"_s << 0;
-    QTest::newRow("last full at start") << 1300.0 << u"10"_s << u"3"_s << u"Litres"_s << 0 << 0 << 1000.0
-                                        << 1000.0 << u"12.34"_s << u"5.00"_s << 0;
-    QTest::newRow("last full below start") << 1300.0 << u"10"_s << u"3"_s << u"Litres"_s << 0 << 0 << 1200.0
-                                           << 1000.0 << u"12.34"_s << u"5.00"_s << 0;
-    QTest::newRow("empty quantity") << 1300.0 << QString() << u"3"_s << u"Litres"_s << 0 << 0 << 500.0
-                                    << 1000.0 << u"12.34"_s << u"5.00"_s << 0;
-    QTest::newRow("150 MPG cleared") << 1300.0 << u"2"_s << u"3"_s << u"Gallons"_s << 0 << 0 << 500.0
-                                     << 1000.0 << u"0.00"_s << u"6.00"_s << 0;
-    QTest::newRow("exactly 100 kept") << 1100.0 << u"1"_s << u"2"_s << u"Litres"_s << 1 << 4 << 500.0
-                                      << 1000.0 << u"100.00"_s << u"2.00"_s << 2;
-    QTest::newRow("below 0.01 cleared") << 1001.0 << u"200"_s << u"1"_s << u"Litres"_s << 1 << 4 << 500.0
-                                        << 1000.0 << u"0.00"_s << u"200.00"_s << 2;
-    QTest::newRow("text quantity MPG") << 1300.0 << u"abc"_s << u"3"_s << u"Gallons"_s << 0 << 0 << 500.0
-                                       << 1000.0 << u"0.00"_s << u"0.00"_s << 0;
-    QTest::newRow("text quantity L/100km") << 1300.0 << u"abc"_s << u"3"_s << u"Gallons"_s << 0 << 2 << 500.0
-                                           << 1000.0 << u"0.00"_s << u"0.00"_s << 0;
-    QTest::newRow("negatives read as 0") << 1300.0 << u"-10"_s << u"-3"_s << u"Litres"_s << 0 << 4 << 500.0
-                                         << 1000.0 << u"0.00"_s << u"0.00"_s << 2;
-    QTest::newRow("number with trailing text") << 1300.0 << u" 10 gal"_s << u"3$"_s << u"Gallons"_s << 0 << 0
-                                               << 500.0 << 1000.0 << u"30.00"_s << u"30.00"_s << 0;
-    // An unknown unit text gives no litres; MPG then keeps the previous value.
-    QTest::newRow("unknown unit MPG keeps") << 1300.0 << u"10"_s << u"2"_s << u"Barrels"_s << 0 << 0 << 500.0
-                                            << 1000.0 << u"12.34"_s << u"20.00"_s << 0;
-    QTest::newRow("unknown unit KPL clears") << 1300.0 << u"10"_s << u"2"_s << u"Barrels"_s << 0 << 4 << 500.0
-                                             << 1000.0 << u"0.00"_s << u"20.00"_s << 0;
-    QTest::newRow("lower-case unit unknown") << 1300.0 << u"10"_s << u"2"_s << u"gallons"_s << 0 << 1 << 500.0
-                                             << 1000.0 << u"0.00"_s << u"20.00"_s << 0;
+    fillUpRow("partial fill", 1150, u"5"_s, u"3"_s, u"Gallons"_s, 0, "30.00 15.00 0");
+    fillUpRow("odometer at last full", 1000, u"10"_s, u"3"_s, u"Gallons"_s, 0, "12.34 5.00 0");
+    fillUpRow("last full at start", 1300, u"10"_s, u"3"_s, u"Litres"_s, 0, "12.34 5.00 0", 0, 1000);
+    fillUpRow("last full below start", 1300, u"10"_s, u"3"_s, u"Litres"_s, 0, "12.34 5.00 0", 0, 1200);
+    fillUpRow("empty quantity", 1300, QString(), u"3"_s, u"Litres"_s, 0, "12.34 5.00 0");
+    fillUpRow("150 MPG cleared", 1300, u"2"_s, u"3"_s, u"Gallons"_s, 0, "0.00 6.00 0");
+    fillUpRow("exactly 100 kept", 1100, u"1"_s, u"2"_s, u"Litres"_s, 4, "100.00 2.00 2", 1);
+    fillUpRow("below 0.01 cleared", 1001, u"200"_s, u"1"_s, u"Litres"_s, 4, "0.00 200.00 2", 1);
+    fillUpRow("text quantity MPG", 1300, u"abc"_s, u"3"_s, u"Gallons"_s, 0, "0.00 0.00 0");
+    fillUpRow("text quantity L/100km", 1300, u"abc"_s, u"3"_s, u"Gallons"_s, 2, "0.00 0.00 0");
+    fillUpRow("negatives read as 0", 1300, u"-10"_s, u"-3"_s, u"Litres"_s, 4, "0.00 0.00 2");
+    fillUpRow("number with trailing text", 1300, u" 10 gal"_s, u"3$"_s, u"Gallons"_s, 0, "30.00 30.00 0");
+    // An unknown unit text, as the case of a known one counts, gives no litres; MPG then keeps
+    // the previous value, other units clear it.
+    fillUpRow("unknown unit MPG keeps", 1300, u"10"_s, u"2"_s, u"Barrels"_s, 0, "12.34 20.00 0");
+    fillUpRow("unknown unit KPL clears", 1300, u"10"_s, u"2"_s, u"Barrels"_s, 4, "0.00 20.00 0");
+    fillUpRow("lower-case unit unknown", 1300, u"10"_s, u"2"_s, u"gallons"_s, 1, "0.00 20.00 0");
 }
 
 void TestFuelEconomy::fillUp()
 {
-    QFETCH(double, odometer);
-    QFETCH(QString, quantity);
-    QFETCH(QString, price);
-    QFETCH(QString, liquid);
-    QFETCH(int, distanceUnit);
-    QFETCH(int, economyUnit);
-    QFETCH(double, start);
-    QFETCH(double, lastFull);
-
-    FuelEconomy::FillUpInput input;
-    input.odometer = odometer;
-    input.quantityText = quantity;
-    input.priceText = price;
-    input.liquidText = liquid;
-    input.distanceUnit = distanceUnit;
-    input.economyUnit = economyUnit;
-    input.startOdometer = start;
-    input.lastFullFillOdometer = lastFull;
-    input.economy = 12.34;
-    input.amount = 5.0;
-    input.liquidUnit = 0;
-
-    const FuelEconomy::FillUpResult result = FuelEconomy::computeFillUp(input);
-    QTEST(cformat("%.2f", result.economy), "expectedEconomy");
-    QTEST(cformat("%.2f", result.amount), "expectedAmount");
-    QTEST(result.liquidUnit, "expectedLiquid");
+    QFETCH(FuelEconomy::FillUpInput, input);
+    const FuelEconomy::FillUpResult r = FuelEconomy::computeFillUp(input);
+    QTEST(cformat("%.2f %.2f %d", r.economy, r.amount, r.liquidUnit), "expected");
 }
 
 void TestFuelEconomy::reconcile_data()
@@ -234,25 +184,20 @@ void TestFuelEconomy::reconcile()
     QTEST(highest, "highest");
 }
 
-void TestFuelEconomy::economyText_data()
-{
-    QTest::addColumn<double>("value");
-    QTest::addColumn<double>("unit");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("negative unit") << 7.5 << -1.0 << u"7.50 MPG"_s;
-    QTest::newRow("MPG") << 30.0 << 0.0 << u"30.00 MPG"_s;
-    QTest::newRow("MPL") << 7.9254 << 1.0 << u"7.93 MPL"_s;
-    QTest::newRow("L/100km") << 7.8405 << 2.0 << u"7.84 L/100km"_s;
-    QTest::newRow("MPGi on screen") << 36.03 << 3.0 << u"36.03 MPGi"_s;
-    QTest::newRow("KPL") << 123.456 << 4.0 << u"123.46 KPL"_s;
-    QTest::newRow("above KPL") << 1.0 << 9.0 << u"1.00 KPL"_s;
-}
-
 void TestFuelEconomy::economyText()
 {
-    QFETCH(double, value);
-    QFETCH(double, unit);
-    QTEST(Units::economyText(value, unit), "expected");
+    QStringList texts;
+    for (const auto &[value, unit] : { std::pair { 7.5, -1.0 },
+                                       { 30.0, 0.0 },
+                                       { 7.9254, 1.0 },
+                                       { 7.8405, 2.0 },
+                                       { 36.03, 3.0 },
+                                       { 123.456, 4.0 },
+                                       { 1.0, 9.0 } })
+        texts << Units::economyText(value, unit);
+    QCOMPARE(texts,
+             QStringList({ u"7.50 MPG"_s, u"30.00 MPG"_s, u"7.93 MPL"_s, u"7.84 L/100km"_s, u"36.03 MPGi"_s,
+                           u"123.46 KPL"_s, u"1.00 KPL"_s }));
 }
 
 void TestFuelEconomy::mainScreenLines_data()

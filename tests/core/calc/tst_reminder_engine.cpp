@@ -28,22 +28,18 @@ CVCItem trip(qint32 icon, const QString &type = u"Trip"_s)
     return entry(type, 100, 3, icon);
 }
 
-// Intervals in the profile's numbering: 0 oil, 1 coolant, 2 transmission, 3 tune-up, 4 tires.
+// Intervals in the profile's numbering: 0 oil, 1 coolant, 2 transmission, 3 tune-up, 4 tires,
+// 5..9 the custom reminders.
 VehicleSettings vehicle(std::initializer_list<std::tuple<int, qint32, double>> intervals,
-                        int distanceUnit = 0)
+                        int distanceUnit = 0, const std::array<QString, 5> &customNames = {})
 {
     VehicleSettings s;
     s.distanceUnit = distanceUnit;
+    s.customNames = customNames;
     for (const auto &[reminder, days, distance] : intervals) {
         s.intervalDays[reminder] = days;
         s.intervalDistance[reminder] = distance;
     }
-    return s;
-}
-
-VehicleSettings withCustom(VehicleSettings s, int n, const QString &name)
-{
-    s.customNames[n - 1] = name;
     return s;
 }
 
@@ -53,11 +49,6 @@ QStringList lineTexts(const QList<ReminderLine> &lines)
     for (const ReminderLine &line : lines)
         out << QString::number(line.icon) + u'|' + line.text;
     return out;
-}
-
-QStringList todayValues(const ReminderReport &report)
-{
-    return QStringList(report.today.begin(), report.today.end());
 }
 
 // The eleven "Today" values, Oil..Tune, Trips, C1M..C5M, given only where set.
@@ -71,6 +62,12 @@ QStringList today(std::initializer_list<std::pair<int, QString>> set)
 
 const QString Backup = u"6|Last Backup: 5/1/2024"_s;
 const QStringList NothingDue { u"0|Welcome to Tarvane Mobile"_s, u"2|No reminders due"_s, Backup };
+
+// The lines due, the backup line after them.
+QStringList due(QStringList lines)
+{
+    return lines << Backup;
+}
 
 } // namespace
 
@@ -100,107 +97,83 @@ void TestReminderEngine::lists_data()
     QTest::addColumn<QStringList>("today");
 
     const QString oilOverdue = u"Oil change OVERDUE"_s;
+    const QStringList none = today({});
+    const QStringList oilDue = today({ { 0, oilOverdue } });
+    const VehicleSettings oil = vehicle({ { 0, 100, 3000 } }); // 100 days or 3000 miles
+    const auto oilAt = [](double odometer, qint64 daysAgo) {
+        return EntryList { entry(u"Oil Change"_s, odometer, daysAgo) };
+    };
 
-    QTest::newRow("empty log") << VehicleSettings() << 0.0 << EntryList {} << NothingDue << today({});
+    QTest::newRow("empty log") << VehicleSettings() << 0.0 << EntryList {} << NothingDue << none;
     QTest::newRow("never logged: whole reading against the interval")
         << vehicle({ { 0, 0, 3000 } }) << 50000.0 << EntryList {}
-        << QStringList { u"4|Oil change OVERDUE by: 47000   Miles"_s, Backup }
-        << today({ { 0, oilOverdue } });
+        << due({ u"4|Oil change OVERDUE by: 47000   Miles"_s }) << oilDue;
     QTest::newRow("never logged: day rule cannot fire")
-        << vehicle({ { 0, 100, 0 } }) << 50000.0 << EntryList {} << NothingDue << today({});
-    QTest::newRow("days overdue") << vehicle({ { 0, 100, 3000 } }) << 12000.0
-                                  << EntryList { entry(u"Oil Change"_s, 10000, 112) }
-                                  << QStringList { u"5|Oil change OVERDUE by: 12   days"_s, Backup }
-                                  << today({ { 0, oilOverdue } });
-    QTest::newRow("days and distance: distance line on top")
-        << vehicle({ { 0, 100, 3000 } }) << 13500.0 << EntryList { entry(u"Oil Change"_s, 10000, 112) }
-        << QStringList { u"4|Oil change OVERDUE by: 500     Miles"_s, u"5|Oil change OVERDUE by: 12   days"_s,
-                         Backup }
-        << today({ { 0, oilOverdue } });
+        << vehicle({ { 0, 100, 0 } }) << 50000.0 << EntryList {} << NothingDue << none;
+    QTest::newRow("days overdue") << oil << 12000.0 << oilAt(10000, 112)
+                                  << due({ u"5|Oil change OVERDUE by: 12   days"_s }) << oilDue;
     QTest::newRow("distance exactly at interval, days not due")
-        << vehicle({ { 0, 100, 3000 } }) << 13000.0 << EntryList { entry(u"Oil Change"_s, 10000, 10) }
-        << NothingDue << today({});
-    QTest::newRow("days exactly at interval")
-        << vehicle({ { 0, 100, 3000 } }) << 12000.0 << EntryList { entry(u"Oil Change"_s, 10000, 100) }
-        << NothingDue << today({});
-    QTest::newRow("distance exactly at interval, days due")
-        << vehicle({ { 0, 100, 3000 } }) << 13000.0 << EntryList { entry(u"Oil Change"_s, 10000, 112) }
-        << QStringList { u"4|Oil change OVERDUE by: 0       Miles"_s, u"5|Oil change OVERDUE by: 12   days"_s,
-                         Backup }
-        << today({ { 0, oilOverdue } });
+        << oil << 13000.0 << oilAt(10000, 10) << NothingDue << none;
+    QTest::newRow("days exactly at interval") << oil << 12000.0 << oilAt(10000, 100) << NothingDue << none;
+    QTest::newRow("distance exactly at interval, days due: distance line on top")
+        << oil << 13000.0 << oilAt(10000, 112)
+        << due({ u"4|Oil change OVERDUE by: 0       Miles"_s, u"5|Oil change OVERDUE by: 12   days"_s })
+        << oilDue;
     QTest::newRow("zero day interval shows no days line")
-        << vehicle({ { 0, 0, 3000 } }) << 11000.0 << EntryList { entry(u"Oil Change"_s, 10000, 500) }
-        << NothingDue << today({});
+        << vehicle({ { 0, 0, 3000 } }) << 11000.0 << oilAt(10000, 500) << NothingDue << none;
     QTest::newRow("zero distance interval shows no distance line")
-        << vehicle({ { 0, 0, 0 } }) << 90000.0 << EntryList { entry(u"Oil Change"_s, 0, 5) } << NothingDue
-        << today({});
+        << vehicle({ { 0, 0, 0 } }) << 90000.0 << oilAt(0, 5) << NothingDue << none;
     QTest::newRow("future-dated entry")
-        << vehicle({ { 0, 100, 3000 } }) << 10000.0 << EntryList { entry(u"Oil Change"_s, 10000, -1) }
-        << QStringList { u"5|Oil change OVERDUE by: 49609 days"_s, Backup } << today({ { 0, oilOverdue } });
+        << oil << 10000.0 << oilAt(10000, -1) << due({ u"5|Oil change OVERDUE by: 49609 days"_s }) << oilDue;
     QTest::newRow("last entry in list order wins")
         << vehicle({ { 0, 0, 3000 } }) << 50000.0
         << EntryList { entry(u"Oil Change"_s, 47000, 5), entry(u"Oil Change"_s, 40000, 20) }
-        << QStringList { u"4|Oil change OVERDUE by: 7000    Miles"_s, Backup }
-        << today({ { 0, oilOverdue } });
+        << due({ u"4|Oil change OVERDUE by: 7000    Miles"_s }) << oilDue;
     QTest::newRow("kilometres") << vehicle({ { 1, 0, 40000 } }, 1) << 50000.0 << EntryList {}
-                                << QStringList { u"4|Coolant flush OVERDUE by: 10000   Km"_s, Backup }
+                                << due({ u"4|Coolant flush OVERDUE by: 10000   Km"_s })
                                 << today({ { 1, u"Coolant Flush OVERDUE"_s } });
     QTest::newRow("odd distance unit reads as miles")
         << vehicle({ { 2, 0, 40000 } }, 5) << 50000.0 << EntryList {}
-        << QStringList { u"4|Trans. service OVERDUE by: 10000   Miles"_s, Backup }
+        << due({ u"4|Trans. service OVERDUE by: 10000   Miles"_s })
         << today({ { 2, u"Trans. Service OVERDUE"_s } });
     QTest::newRow("one open trip") << VehicleSettings() << 0.0 << EntryList { trip(18), trip(19) }
-                                   << QStringList { u"3|Found 1    open trip"_s, Backup }
+                                   << due({ u"3|Found 1    open trip"_s })
                                    << today({ { 5, u"Found 1    open trip"_s } });
     QTest::newRow("two open trips") << VehicleSettings() << 0.0
                                     << EntryList { trip(18), trip(19), trip(18, u"Trip to the coast"_s),
                                                    trip(18, u"trip"_s) }
-                                    << QStringList { u"3|Found 2    open trips"_s, Backup }
+                                    << due({ u"3|Found 2    open trips"_s })
                                     << today({ { 5, u"Found 2    open trips"_s } });
-    QTest::newRow("custom days") << withCustom(vehicle({ { 5, 30, 0 } }), 1, u"Brake Pads"_s) << 1000.0
+    QTest::newRow("custom days") << vehicle({ { 5, 30, 0 } }, 0, { u"Brake Pads"_s }) << 1000.0
                                  << EntryList { entry(u"Brake Pads front"_s, 900, 40) }
-                                 << QStringList { u"5|Brake Pads OVERDUE by: 10   days"_s, Backup }
+                                 << due({ u"5|Brake Pads OVERDUE by: 10   days"_s })
                                  << today({ { 6, u"Brake Pads OVERDUE"_s } });
     // An empty name matches nothing, not even an entry with an empty repair name.
     QTest::newRow("empty custom name")
         << vehicle({ { 6, 0, 1000 } }) << 50000.0 << EntryList { entry(QString(), 49900, 1) }
-        << QStringList { u"4| OVERDUE by: 49000   Miles"_s, Backup } << today({ { 7, u" OVERDUE"_s } });
+        << due({ u"4| OVERDUE by: 49000   Miles"_s }) << today({ { 7, u" OVERDUE"_s } });
 
     // Everything at once: lines stand in reverse order of evaluation.
-    VehicleSettings all = vehicle({ { 0, 100, 5000 },
-                                    { 1, 0, 40000 },
-                                    { 4, 180, 0 },
-                                    { 3, 0, 30000 },
-                                    { 5, 30, 0 },
-                                    { 7, 365, 50000 },
-                                    { 9, 0, 10000 } },
-                                  1);
-    all = withCustom(withCustom(withCustom(all, 1, u"Brakes"_s), 3, u"Belt"_s), 5, u"Wipers"_s);
-    QTest::newRow("everything due") << all << 60000.0
-                                    << EntryList { entry(u"Oil Change"_s, 54000, 120),
-                                                   entry(u"Coolant Flush"_s, 10000, 400),
-                                                   entry(u"Rotate Tires"_s, 58000, 200),
-                                                   entry(u"Tune-Up"_s, 25000, 50),
-                                                   trip(18),
-                                                   trip(18),
-                                                   entry(u"Brakes rear"_s, 59000, 45),
-                                                   entry(u"Belt"_s, 59000, 1) }
-                                    << QStringList { u"4|Wipers OVERDUE by: 50000   Km"_s,
-                                                     u"5|Brakes OVERDUE by: 15   days"_s,
-                                                     u"3|Found 2    open trips"_s,
-                                                     u"4|Tune-up OVERDUE by: 5000    Km"_s,
-                                                     u"5|Tire rotate OVERDUE by: 20   days"_s,
-                                                     u"4|Coolant flush OVERDUE by: 10000   Km"_s,
-                                                     u"4|Oil change OVERDUE by: 1000    Km"_s,
-                                                     u"5|Oil change OVERDUE by: 20   days"_s,
-                                                     Backup }
-                                    << today({ { 0, oilOverdue },
-                                               { 1, u"Coolant Flush OVERDUE"_s },
-                                               { 3, u"Tire Rotate OVERDUE"_s },
-                                               { 4, u"Tuneup OVERDUE"_s },
-                                               { 5, u"Found 2    open trips"_s },
-                                               { 6, u"Brakes OVERDUE"_s },
-                                               { 10, u"Wipers OVERDUE"_s } });
+    const VehicleSettings all = vehicle({ { 0, 100, 5000 },
+                                          { 1, 0, 40000 },
+                                          { 4, 180, 0 },
+                                          { 3, 0, 30000 },
+                                          { 5, 30, 0 },
+                                          { 7, 365, 50000 },
+                                          { 9, 0, 10000 } },
+                                        1, { u"Brakes"_s, QString(), u"Belt"_s, QString(), u"Wipers"_s });
+    const EntryList entries({ entry(u"Oil Change"_s, 54000, 120), entry(u"Coolant Flush"_s, 10000, 400),
+                              entry(u"Rotate Tires"_s, 58000, 200), entry(u"Tune-Up"_s, 25000, 50), trip(18),
+                              trip(18), entry(u"Brakes rear"_s, 59000, 45), entry(u"Belt"_s, 59000, 1) });
+    QTest::newRow("everything due")
+        << all << 60000.0 << entries
+        << due({ u"4|Wipers OVERDUE by: 50000   Km"_s, u"5|Brakes OVERDUE by: 15   days"_s,
+                 u"3|Found 2    open trips"_s, u"4|Tune-up OVERDUE by: 5000    Km"_s,
+                 u"5|Tire rotate OVERDUE by: 20   days"_s, u"4|Coolant flush OVERDUE by: 10000   Km"_s,
+                 u"4|Oil change OVERDUE by: 1000    Km"_s, u"5|Oil change OVERDUE by: 20   days"_s })
+        << QStringList({ oilOverdue, u"Coolant Flush OVERDUE"_s, QString(), u"Tire Rotate OVERDUE"_s,
+                         u"Tuneup OVERDUE"_s, u"Found 2    open trips"_s, u"Brakes OVERDUE"_s, QString(),
+                         QString(), QString(), u"Wipers OVERDUE"_s });
 }
 
 void TestReminderEngine::lists()
@@ -213,7 +186,7 @@ void TestReminderEngine::lists()
 
     const ReminderReport report = ReminderEngine::evaluate({ settings, scan, entries, Now, u"5/1/2024"_s });
     QTEST(lineTexts(report.lines), "lines");
-    QTEST(todayValues(report), "today");
+    QTEST(QStringList(report.today.begin(), report.today.end()), "today");
     QCOMPARE(report.now, Now);
 }
 
@@ -222,19 +195,15 @@ void TestReminderEngine::prefixMatching_data()
     QTest::addColumn<QString>("typeText");
     QTest::addColumn<QStringList>("counted"); // "Today" keys whose service the entry counts for
 
-    QTest::newRow("Oil Change") << u"Oil Change"_s << QStringList { u"Oil"_s };
     QTest::newRow("Oil Change and filter") << u"Oil Change and filter"_s << QStringList { u"Oil"_s };
     QTest::newRow("small c") << u"Oil change"_s << QStringList {};
     QTest::newRow("not at the start") << u"Full Oil Change"_s << QStringList {};
-    QTest::newRow("Coolant Flush") << u"Coolant Flush"_s << QStringList { u"Cool"_s };
     QTest::newRow("Cooling system") << u"Cooling system"_s << QStringList { u"Cool"_s };
     QTest::newRow("lower-case coolant") << u"coolant flush"_s << QStringList {};
     QTest::newRow("Transmission") << u"Transmission fluid"_s << QStringList { u"Trans"_s };
     QTest::newRow("Trans alone") << u"Trans. service"_s << QStringList {};
     QTest::newRow("Rotate Tires") << u"Rotate Tires"_s << QStringList { u"Tire"_s };
     QTest::newRow("Tire rotation") << u"Tire rotation"_s << QStringList {};
-    QTest::newRow("Tune-Up") << u"Tune-Up"_s << QStringList { u"Tune"_s };
-    QTest::newRow("Tune-up") << u"Tune-up"_s << QStringList { u"Tune"_s };
     QTest::newRow("Tuneup") << u"Tuneup"_s << QStringList { u"Tune"_s };
     QTest::newRow("leading blank") << u" Tune-Up"_s << QStringList {};
     QTest::newRow("custom name") << u"Brake pads"_s << QStringList { u"C1M"_s };
@@ -257,21 +226,14 @@ void TestReminderEngine::prefixMatching()
     const EntryList entries { entry(typeText, 49000, 1) };
 
     const ReminderReport report = ReminderEngine::evaluate({ settings, scan, entries, Now, u"x"_s });
-    const QStringList overdue { u"Oil change OVERDUE"_s,
-                                u"Coolant Flush OVERDUE"_s,
-                                u"Trans. Service OVERDUE"_s,
-                                u"Tire Rotate OVERDUE"_s,
-                                u"Tuneup OVERDUE"_s,
-                                QString(),
-                                u"Brake OVERDUE"_s,
-                                u"Cooling fan OVERDUE"_s,
-                                u" OVERDUE"_s,
-                                u" OVERDUE"_s,
-                                u" OVERDUE"_s };
+    const QStringList overdue({ u"Oil change OVERDUE"_s, u"Coolant Flush OVERDUE"_s,
+                                u"Trans. Service OVERDUE"_s, u"Tire Rotate OVERDUE"_s, u"Tuneup OVERDUE"_s,
+                                QString(), u"Brake OVERDUE"_s, u"Cooling fan OVERDUE"_s, u" OVERDUE"_s,
+                                u" OVERDUE"_s, u" OVERDUE"_s });
     QStringList expected;
     for (int i = 0; i < ReminderReport::TodayKeyCount; ++i)
         expected << (counted.contains(ReminderReport::todayKeys()[i]) ? QString() : overdue[i]);
-    QCOMPARE(todayValues(report), expected);
+    QCOMPARE(QStringList(report.today.begin(), report.today.end()), expected);
 }
 
 void TestReminderEngine::runWritesToday_data()
@@ -320,14 +282,9 @@ void TestReminderEngine::todayWriteFailure()
     MemorySettingsStore store;
     store.setFailWrites(true);
     Preferences preferences(store);
-    VehicleSettings settings = vehicle({ { 0, 0, 3000 } });
-    LogScan scan;
-    scan.lastOdometer = 10000;
     const ReminderReport report
-        = ReminderEngine::evaluate({ settings, scan, EntryList {}, Now, u"Unknown"_s });
+        = ReminderEngine::evaluate({ vehicle({ { 0, 0, 3000 } }), LogScan(), EntryList {}, Now, u"x"_s });
     QVERIFY(!ReminderEngine::writeToday(preferences, report));
-    QCOMPARE(lineTexts(report.lines),
-             (QStringList { u"4|Oil change OVERDUE by: 7000    Miles"_s, u"6|Last Backup: Unknown"_s }));
 }
 
 QTEST_GUILESS_MAIN(TestReminderEngine)

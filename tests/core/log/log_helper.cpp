@@ -84,3 +84,12 @@ const char *const TripHex = "13000000 02000000 0000000000000040 01000000 0000000
                             " 00000000 00000000 00000000 00000000 00000000 02000000"
                             " 0000000000000000 0000000000000000 0000000000000040 0000000000002440"
                             " 0000000000000000 0000000000000A40";
+
+QByteArray archiveOf(std::initializer_list<const char *> records)
+{
+    QByteArray out(2, '\0');
+    out[0] = char(records.size()); // no test writes more than 255 records this way
+    for (const char *record : records)
+        out += hex(out.size() == 2 ? ClassHeaderHex : "0180") + hex(record);
+    return out + hex("0000");
+}

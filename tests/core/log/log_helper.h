@@ -59,3 +59,7 @@ extern const char *const ClassHeaderHex;
 extern const char *const FuelHex;
 extern const char *const MaintenanceHex;
 extern const char *const TripHex;
+
+// The archive of the records given in hex: count, class header before the first record, a
+// reference tag before each later one, and the empty second collection.
+QByteArray archiveOf(std::initializer_list<const char *> records);

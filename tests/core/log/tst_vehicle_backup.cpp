@@ -6,7 +6,6 @@
 #include "log/VehicleBackup.h"
 #include "log/VehicleLog.h"
 #include "log_helper.h"
-#include "platform/Clock.h"
 #include "platform/Reporter.h"
 
 Q_DECLARE_METATYPE(EntryList)
@@ -16,26 +15,20 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // Notes whether the busy flag was up when the closing message came.
-class BusyWatcher : public RecordingReporter
+struct BusyWatcher : RecordingReporter
 {
-public:
-    explicit BusyWatcher(const bool &busy)
-        : m_busy(busy)
-    { }
-    void info(const QString &text, const QString &title) override
+    void info(const QString &t, const QString &h) override
     {
-        busyAtMessage = m_busy;
-        RecordingReporter::info(text, title);
+        seen = *busy;
+        RecordingReporter::info(t, h);
     }
-    void error(const QString &text, const QString &title) override
+    void error(const QString &t, const QString &h) override
     {
-        busyAtMessage = m_busy;
-        RecordingReporter::error(text, title);
+        seen = *busy;
+        RecordingReporter::error(t, h);
     }
-    bool busyAtMessage = false;
-
-private:
-    const bool &m_busy;
+    const bool *busy = nullptr;
+    bool seen = false;
 };
 
 } // namespace
@@ -48,13 +41,10 @@ private slots:
     void init();
     void names_data();
     void names();
+    void backup_data();
     void backup();
-    void backupFailures_data();
-    void backupFailures();
     void restore_data();
     void restore();
-    void restoreFailures_data();
-    void restoreFailures();
 
 private:
     std::unique_ptr<QTemporaryDir> m_dir;
@@ -94,107 +84,77 @@ void TestVehicleBackup::names()
     QTEST(VehicleBackup::proposedRestoreName(vin), "proposed");
 }
 
-void TestVehicleBackup::backup()
+void TestVehicleBackup::backup_data()
 {
-    bool busy = false;
-    BusyWatcher reporter(busy);
-    QVERIFY(writeBytes(m_cards + u"/UnKnown.bak"_s, QByteArray(900, 'o'))); // replaced whole
-    QVERIFY(VehicleBackup::backup({ sampleTrip() }, m_cards, QString(), reporter, busy));
-    QVERIFY(reporter.busyAtMessage);
-    QVERIFY(!busy);
-    QCOMPARE(reporter.texts(), QStringList { u"Current vehicle backed up to\n"_s + m_cards });
-    QCOMPARE(fileBytes(m_cards + u"/UnKnown.bak"_s),
-             hex("0100") + hex(ClassHeaderHex) + hex(TripHex) + hex("0000"));
-
-    // The backup, copied under the database's name, opens as the vehicle's log.
-    QVERIFY(QFile::copy(m_cards + u"/UnKnown.bak"_s, m_data + u"CAR.vcb"_s));
-    VehicleLog log;
-    FixedClock clock(0);
-    QVERIFY(log.open(m_data, u"CAR"_s, {}, reporter, clock));
-    QCOMPARE(log.entries().size(), size_t(1));
-    QCOMPARE(log.entries()[0].purpose, u"Biz"_s);
-}
-
-void TestVehicleBackup::backupFailures_data()
-{
-    QTest::addColumn<QString>("folder");
+    QTest::addColumn<QString>("folder"); // empty: the card
     QTest::addColumn<QString>("vin");
-    QTest::newRow("missing folder") << u"/no/such/folder/"_s << u"VIN1"_s;
-    QTest::newRow("unsafe VIN") << QString() << u"../VIN1"_s;
+    QTest::addColumn<bool>("ok");
+    QTest::newRow("written over an older one") << QString() << QString() << true;
+    QTest::newRow("missing folder") << u"/no/such/folder/"_s << u"VIN1"_s << false;
+    QTest::newRow("unsafe VIN") << QString() << u"../VIN1"_s << false;
 }
 
-void TestVehicleBackup::backupFailures()
+void TestVehicleBackup::backup()
 {
     QFETCH(QString, folder);
     QFETCH(QString, vin);
+    QFETCH(bool, ok);
     if (folder.isEmpty())
         folder = m_cards;
+    const QByteArray older(900, 'o');
+    QVERIFY(writeBytes(m_cards + u"/UnKnown.bak"_s, older));
     bool busy = false;
-    BusyWatcher reporter(busy);
-    QVERIFY(!VehicleBackup::backup({ sampleFuel() }, folder, vin, reporter, busy));
-    QVERIFY(reporter.busyAtMessage);
+    BusyWatcher reporter;
+    reporter.busy = &busy;
+    QCOMPARE(VehicleBackup::backup({ sampleTrip() }, folder, vin, reporter, busy), ok);
+    QVERIFY(reporter.seen);
     QVERIFY(!busy);
-    QCOMPARE(reporter.texts(), QStringList { u"Backup ERROR 107!\nUnable to backup database"_s });
+    QCOMPARE(reporter.texts(),
+             QStringList { ok ? u"Current vehicle backed up to\n"_s + m_cards
+                              : u"Backup ERROR 107!\nUnable to backup database"_s });
     QCOMPARE(QDir(m_dir->path()).entryList(QDir::Files), QStringList());
-    QCOMPARE(QDir(m_cards).entryList(QDir::Files), QStringList());
+    QCOMPARE(QDir(m_cards).entryList(QDir::Files), QStringList { u"UnKnown.bak"_s });
+    QCOMPARE(fileBytes(m_cards + u"/UnKnown.bak"_s), ok ? archiveOf({ TripHex }) : older);
 }
 
 void TestVehicleBackup::restore_data()
 {
-    QTest::addColumn<EntryList>("backup");
-    QTest::addColumn<QByteArray>("database");
-    QTest::newRow("two entries") << EntryList { sampleMaintenance(), sampleFuel() }
-                                 << hex("0200") + hex(ClassHeaderHex) + hex(MaintenanceHex) + hex("0180")
-            + hex(FuelHex) + hex("0000");
-    QTest::newRow("empty backup") << EntryList() << hex("00000000");
+    QTest::addColumn<QByteArray>("backup"); // null: no file at all
+    QTest::addColumn<EntryList>("entries"); // the list afterwards
+    QTest::addColumn<QString>("message");
+    QTest::newRow("two entries") << archiveOf({ MaintenanceHex, FuelHex })
+                                 << EntryList { sampleMaintenance(), sampleFuel() }
+                                 << u"Backup restored for My Car"_s;
+    QTest::newRow("empty backup") << hex("00000000") << EntryList() << u"Backup restored for My Car"_s;
+    QTest::newRow("missing file") << QByteArray() << EntryList { sampleTrip() }
+                                  << u"ERROR 106! Unable to restore My Car"_s;
+    QTest::newRow("truncated")
+        << LogArchive::encode({ sampleFuel() }).chopped(2) << EntryList { sampleTrip() }
+        << u"ERROR 106! Unable to restore My Car\nThe log file %1 is damaged: the file "
+           "ends too early (at byte 177, 2 more bytes needed)."_s;
 }
 
 void TestVehicleBackup::restore()
 {
-    QFETCH(EntryList, backup);
-    QFETCH(QByteArray, database);
-    const QString file = m_cards + u"/OTHER.bak"_s;
-    QVERIFY(LogArchive().write(file, backup));
-    VehicleLog log;
-    log.entries() = { sampleTrip(), sampleTrip(), sampleTrip() };
-    log.setFreshDatabase(true);
-    RecordingReporter reporter;
-    QVERIFY(VehicleBackup::restore(log, file, u"My Car"_s, m_data, u"VIN7"_s, reporter));
-    QCOMPARE(reporter.texts(), QStringList { u"Backup restored for My Car"_s });
-    QCOMPARE(log.entries().size(), backup.size());
-    QCOMPARE(fileBytes(m_data + u"VIN7.vcb"_s), database);
-}
-
-void TestVehicleBackup::restoreFailures_data()
-{
-    QTest::addColumn<QByteArray>("content"); // empty: no file at all
-    QTest::addColumn<QString>("detail");
-    QTest::newRow("missing file") << QByteArray() << QString();
-    const QByteArray good = LogArchive::encode({ sampleFuel() });
-    QTest::newRow("truncated")
-        << good.left(good.size() - 2)
-        << u"\nThe log file %1 is damaged: the file ends too early (at byte 177, 2 more bytes needed)."_s;
-}
-
-void TestVehicleBackup::restoreFailures()
-{
-    QFETCH(QByteArray, content);
-    QFETCH(QString, detail);
+    QFETCH(QByteArray, backup);
+    QFETCH(EntryList, entries);
+    QFETCH(QString, message);
     const QString file = m_cards + u"/VIN7.bak"_s;
-    if (!content.isEmpty())
-        QVERIFY(writeBytes(file, content));
-    const QByteArray before = LogArchive::encode({ sampleTrip() });
+    if (!backup.isNull())
+        QVERIFY(writeBytes(file, backup));
+    const QByteArray before = archiveOf({ TripHex });
     QVERIFY(writeBytes(m_data + u"VIN7.vcb"_s, before));
     VehicleLog log;
     log.entries() = { sampleTrip() };
+    log.setFreshDatabase(true); // a vehicle created a moment ago still takes the backup
     RecordingReporter reporter;
-    QVERIFY(!VehicleBackup::restore(log, file, u"My Car"_s, m_data, u"VIN7"_s, reporter));
-    QCOMPARE(reporter.texts(), QStringList { u"ERROR 106! Unable to restore My Car"_s + detail.arg(file) });
-    QCOMPARE(log.entries().size(), size_t(1));
-    QVERIFY(log.entries()[0] == sampleTrip());
-    QCOMPARE(fileBytes(m_data + u"VIN7.vcb"_s), before);
-    if (!content.isEmpty())
-        QCOMPARE(fileBytes(file), content); // a bad backup is left where it is
+    const bool ok = message.startsWith(u"Backup restored"_s);
+    QCOMPARE(VehicleBackup::restore(log, file, u"My Car"_s, m_data, u"VIN7"_s, reporter), ok);
+    QCOMPARE(reporter.texts(), QStringList { message.replace(u"%1"_s, file) });
+    // A failed restore keeps the list and the database; a bad backup is left where it is.
+    QVERIFY(log.entries() == entries);
+    QCOMPARE(fileBytes(m_data + u"VIN7.vcb"_s), ok ? backup : before);
+    QCOMPARE(fileBytes(file), backup.isNull() ? QByteArray("<missing>") : backup);
 }
 
 QTEST_GUILESS_MAIN(TestVehicleBackup)
