@@ -3,53 +3,30 @@
 #include "settings/IniFile.h"
 #include "settings/SettingsLocator.h"
 #include "settings/SettingsMessages.h"
+#include "settingsfiles_helper.h"
 
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 
+using SettingsFiles::read;
+using SettingsFiles::utf16;
+using SettingsFiles::write;
+
 namespace {
-
-QByteArray utf16(const QString &text)
-{
-    QByteArray out("\xff\xfe", 2);
-    for (const QChar c : text) {
-        out.append(char(c.unicode() & 0xff));
-        out.append(char(c.unicode() >> 8));
-    }
-    return out;
-}
-
-QByteArray readFile(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return QByteArray("<unreadable>");
-    return file.readAll();
-}
-
-bool writeFile(const QString &path, const QByteArray &bytes)
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
-}
 
 const QByteArray userSettings = utf16(u"\r\n[VehicleList]\r\nVehicle0=Truck\r\n"_s);
 const QByteArray userLists = utf16(u"\r\n[PurposeList]\r\nLine0=Mine\r\n"_s);
 
-using Messages = QList<RecordingReporter::Message>;
-
-RecordingReporter::Message info(const QString &text)
+// The messages expected: each text with the given kind and no title.
+QList<RecordingReporter::Message> shown(Reporter::Kind kind, const QStringList &texts)
 {
-    return { Reporter::Kind::Info, text, QString() };
-}
-RecordingReporter::Message error(const QString &text)
-{
-    return { Reporter::Kind::Error, text, QString() };
+    QList<RecordingReporter::Message> messages;
+    for (const QString &text : texts)
+        messages.append({ kind, text, QString() });
+    return messages;
 }
 
 const QString error100
@@ -66,7 +43,6 @@ class TestSettingsLocator : public QObject
 private slots:
     void initTestCase();
     void init();
-    void cleanup();
 
     void normaliseInstallFolder_data();
     void normaliseInstallFolder();
@@ -78,7 +54,6 @@ private slots:
     void loadFailure_data();
     void loadFailure();
     void reload();
-    void messages_data();
     void messages();
 
 private:
@@ -92,10 +67,8 @@ private:
 
 void TestSettingsLocator::initTestCase()
 {
-    m_velcoraTemplate = readFile(u":/install/Velcora.ini"_s);
-    m_listsTemplate = readFile(u":/install/Lists.ini"_s);
-    QVERIFY(m_velcoraTemplate.startsWith("\xff\xfe"));
-    QVERIFY(m_listsTemplate.startsWith("\xff\xfe"));
+    m_velcoraTemplate = read(u":/install/Velcora.ini"_s);
+    m_listsTemplate = read(u":/install/Lists.ini"_s);
 }
 
 void TestSettingsLocator::init()
@@ -103,12 +76,6 @@ void TestSettingsLocator::init()
     m_dir = std::make_unique<QTemporaryDir>();
     QVERIFY(m_dir->isValid());
     m_paths = std::make_unique<DevicePaths>(m_dir->path());
-}
-
-void TestSettingsLocator::cleanup()
-{
-    m_paths.reset();
-    m_dir.reset();
 }
 
 void TestSettingsLocator::normaliseInstallFolder_data()
@@ -143,8 +110,6 @@ void TestSettingsLocator::startUp_data()
     const QString data = u"\\My Documents\\Tarvane Files\\"_s;
     QTest::newRow("first start, empty Path")
         << false << false << QString() << data << true << true << QStringList();
-    QTest::newRow("first start, registry default")
-        << false << false << u"\\Program Files\\Tarvane"_s << data << true << true << QStringList();
     QTest::newRow("first start, short-path default")
         << false << false << u"\\My Documents"_s << data << true << true << QStringList();
     // A missing Lists.ini brings both templates back, over the user's settings.
@@ -168,9 +133,9 @@ void TestSettingsLocator::startUp()
     QFETCH(QStringList, infos);
 
     if (haveSettings)
-        QVERIFY(writeFile(dataFile(u"Velcora.ini"_s), userSettings));
+        QVERIFY(write(dataFile(u"Velcora.ini"_s), userSettings));
     if (haveLists)
-        QVERIFY(writeFile(dataFile(u"Lists.ini"_s), userLists));
+        QVERIFY(write(dataFile(u"Lists.ini"_s), userLists));
 
     RecordingReporter reporter;
     {
@@ -183,12 +148,9 @@ void TestSettingsLocator::startUp()
         QCOMPARE(settings.isModified(), false);
     }
 
-    Messages expected;
-    for (const QString &text : infos)
-        expected << info(text);
-    QCOMPARE(reporter.messages(), expected);
-    QCOMPARE(readFile(dataFile(u"Velcora.ini"_s)), settingsFromTemplate ? m_velcoraTemplate : userSettings);
-    QCOMPARE(readFile(dataFile(u"Lists.ini"_s)), listsFromTemplate ? m_listsTemplate : userLists);
+    QCOMPARE(reporter.messages(), shown(Reporter::Kind::Info, infos));
+    QCOMPARE(read(dataFile(u"Velcora.ini"_s)), settingsFromTemplate ? m_velcoraTemplate : userSettings);
+    QCOMPARE(read(dataFile(u"Lists.ini"_s)), listsFromTemplate ? m_listsTemplate : userLists);
     QCOMPARE(QDir(m_paths->dataFolder()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden),
              (QStringList { u"Lists.ini"_s, u"Velcora.ini"_s }));
 }
@@ -208,9 +170,9 @@ void TestSettingsLocator::installFolderWithBothFilesWins()
 
     const QByteArray shippedSettings = utf16(u"\r\n[VehicleList]\r\nVehicle0=Shipped\r\n"_s);
     const QByteArray shippedLists = utf16(u"\r\n[RepairList]\r\nLine0=Shipped\r\n"_s);
-    QVERIFY(writeFile(m_dir->filePath(u"Storage Card/Setup/Velcora.ini"_s), shippedSettings));
+    QVERIFY(write(m_dir->filePath(u"Storage Card/Setup/Velcora.ini"_s), shippedSettings));
     if (withLists)
-        QVERIFY(writeFile(m_dir->filePath(u"Storage Card/Setup/Lists.ini"_s), shippedLists));
+        QVERIFY(write(m_dir->filePath(u"Storage Card/Setup/Lists.ini"_s), shippedLists));
 
     RecordingReporter reporter;
     SettingsLocator locator(*m_paths, reporter);
@@ -222,15 +184,15 @@ void TestSettingsLocator::installFolderWithBothFilesWins()
         QVERIFY(locator.locate(installFolder, settings));
     }
     QCOMPARE(installFolder, u"\\My Documents\\Tarvane Files\\"_s);
-    QCOMPARE(readFile(dataFile(u"Velcora.ini"_s)), fromInstallFolder ? shippedSettings : m_velcoraTemplate);
-    QCOMPARE(readFile(dataFile(u"Lists.ini"_s)), fromInstallFolder ? shippedLists : m_listsTemplate);
-    QCOMPARE(reporter.messages(), Messages());
+    QCOMPARE(read(dataFile(u"Velcora.ini"_s)), fromInstallFolder ? shippedSettings : m_velcoraTemplate);
+    QCOMPARE(read(dataFile(u"Lists.ini"_s)), fromInstallFolder ? shippedLists : m_listsTemplate);
+    QCOMPARE(reporter.messages(), shown(Reporter::Kind::Info, {}));
 }
 
 void TestSettingsLocator::copiesAreWritable()
 {
     // A read-only settings file is replaced all the same, and the copies are ordinary writable files.
-    QVERIFY(writeFile(dataFile(u"Velcora.ini"_s), userSettings));
+    QVERIFY(write(dataFile(u"Velcora.ini"_s), userSettings));
     QVERIFY(
         QFile::setPermissions(dataFile(u"Velcora.ini"_s), QFileDevice::ReadOwner | QFileDevice::ReadUser));
 
@@ -248,7 +210,7 @@ void TestSettingsLocator::copiesAreWritable()
         // An ordinary file, readable by others, not the private mode of a temporary file.
         QVERIFY2(permissions & QFileDevice::ReadOther, qPrintable(name));
     }
-    QVERIFY(readFile(dataFile(u"Velcora.ini"_s)).contains(utf16(u"Vehicle1=Van\r\n"_s).mid(2)));
+    QVERIFY(read(dataFile(u"Velcora.ini"_s)).contains(utf16(u"Vehicle1=Van\r\n"_s).mid(2)));
 }
 
 void TestSettingsLocator::loadFailure_data()
@@ -269,12 +231,12 @@ void TestSettingsLocator::loadFailure()
     QFETCH(QString, blocker);
     QFETCH(QStringList, expectedTexts);
 
-    QVERIFY(writeFile(dataFile(u"Lists.ini"_s), userLists));
+    QVERIFY(write(dataFile(u"Lists.ini"_s), userLists));
     if (blocker.endsWith(u'/')) {
         QVERIFY(QDir().mkpath(m_dir->filePath(blocker)));
     } else {
         QVERIFY(QDir(m_paths->dataFolder()).removeRecursively());
-        QVERIFY(writeFile(m_dir->filePath(blocker), "not a folder"));
+        QVERIFY(write(m_dir->filePath(blocker), "not a folder"));
     }
 
     RecordingReporter reporter;
@@ -296,50 +258,38 @@ void TestSettingsLocator::reload()
 
     // What Setup wrote is read back.
     const QByteArray changed = utf16(u"\r\n[VehicleList]\r\nVehicle0=Changed\r\n"_s);
-    QVERIFY(writeFile(dataFile(u"Velcora.ini"_s), changed));
+    QVERIFY(write(dataFile(u"Velcora.ini"_s), changed));
     QVERIFY(locator.reload(settings));
     QCOMPARE(settings.serialize(), changed);
-    QCOMPARE(reporter.messages(), Messages());
+    QCOMPARE(reporter.messages(), shown(Reporter::Kind::Info, {}));
 
     // A file that can no longer be read: ERROR 106, and the object is left empty.
     QVERIFY(QFile::remove(dataFile(u"Velcora.ini"_s)));
     QVERIFY(QDir().mkpath(dataFile(u"Velcora.ini"_s)));
     QCOMPARE(locator.reload(settings), false);
-    QCOMPARE(reporter.messages(), Messages { error(error106) });
+    QCOMPARE(reporter.messages(), shown(Reporter::Kind::Error, { error106 }));
     QCOMPARE(settings.sections(), QStringList());
     QCOMPARE(settings.path(), dataFile(u"Velcora.ini"_s));
 }
 
-void TestSettingsLocator::messages_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("expected");
-
-    const QString tail = u"Please check your documentation\nfor possible causes."_s;
-    QTest::newRow("100") << SettingsMessages::startupLoadFailed() << error100;
-    QTest::newRow("106") << SettingsMessages::reloadFailed() << error106;
-    QTest::newRow("300") << SettingsMessages::setupLoadFailed()
-                         << u"ERROR 300:Cannot load ini file.\n"_s + tail;
-    QTest::newRow("300 with path")
-        << SettingsMessages::setupLoadFailed(u"\\My Documents\\Tarvane Files\\Velcora.ini"_s)
-        << u"ERROR 300:Cannot load ini file.\n\\My Documents\\Tarvane Files\\Velcora.ini\n"_s + tail;
-    QTest::newRow("300 with a path beyond ASCII")
-        << SettingsMessages::setupLoadFailed(u"Über%s.ini"_s)
-        << u"ERROR 300:Cannot load ini file.\nÜber%s.ini\n"_s + tail;
-    QTest::newRow("400") << SettingsMessages::tripsLoadFailed()
-                         << u"ERROR 400:Cannot load ini file.\n"_s + tail;
-    QTest::newRow("600") << SettingsMessages::reminderScreenLoadFailed()
-                         << u"ERROR 600:Cannot load ini file.\n"_s + tail;
-    QTest::newRow("601") << SettingsMessages::customReminderScreenLoadFailed()
-                         << u"ERROR 601:Cannot load ini file.\n"_s + tail;
-    QTest::newRow("looking") << SettingsMessages::lookingForConfig() << u"Looking for Config"_s;
-}
-
 void TestSettingsLocator::messages()
 {
-    QFETCH(QString, text);
-    QFETCH(QString, expected);
-    QCOMPARE(text, expected);
+    const QString tail = u"\nPlease check your documentation\nfor possible causes."_s;
+    const QStringList texts
+        = { SettingsMessages::setupLoadFailed(),
+            SettingsMessages::setupLoadFailed(u"\\My Documents\\Tarvane Files\\Velcora.ini"_s),
+            SettingsMessages::setupLoadFailed(u"Über%s.ini"_s),
+            SettingsMessages::tripsLoadFailed(),
+            SettingsMessages::reminderScreenLoadFailed(),
+            SettingsMessages::customReminderScreenLoadFailed(),
+            SettingsMessages::lookingForConfig() };
+    QCOMPARE(texts,
+             (QStringList {
+                 u"ERROR 300:Cannot load ini file."_s + tail,
+                 u"ERROR 300:Cannot load ini file.\n\\My Documents\\Tarvane Files\\Velcora.ini"_s + tail,
+                 u"ERROR 300:Cannot load ini file.\nÜber%s.ini"_s + tail,
+                 u"ERROR 400:Cannot load ini file."_s + tail, u"ERROR 600:Cannot load ini file."_s + tail,
+                 u"ERROR 601:Cannot load ini file."_s + tail, u"Looking for Config"_s }));
 }
 
 QTEST_GUILESS_MAIN(TestSettingsLocator)
