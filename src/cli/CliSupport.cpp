@@ -33,4 +33,19 @@ QCommandLineOption jsonOption()
     return QCommandLineOption(u"json"_s, u"Machine-readable output."_s);
 }
 
+std::unique_ptr<VehicleSession> openForReading(QCommandLineParser &parser, const Command &command,
+                                               const QStringList &arguments, CliEnvironment &env,
+                                               int *exitCode)
+{
+    parser.addOption(jsonOption());
+    if (!parse(parser, command.name(), arguments, 1, command.synopsis(), env)) {
+        *exitCode = 2;
+        return nullptr;
+    }
+    auto session = startSession(env, parser.positionalArguments().value(0), true);
+    if (!session)
+        *exitCode = 1;
+    return session;
+}
+
 } // namespace CliSupport

@@ -23,4 +23,10 @@ std::unique_ptr<VehicleSession> startSession(CliEnvironment &env, const QString 
 
 QCommandLineOption jsonOption();
 
+// The reading commands' "[VEHICLE] [--json]": parses them and opens the vehicle read-only.
+// Null on failure, with *exitCode set (2 for a bad call, 1 when the vehicle can't be opened).
+std::unique_ptr<VehicleSession> openForReading(QCommandLineParser &parser, const Command &command,
+                                               const QStringList &arguments, CliEnvironment &env,
+                                               int *exitCode);
+
 } // namespace CliSupport

@@ -12,12 +12,10 @@ using namespace Qt::StringLiterals;
 int LogCommand::run(const QStringList &arguments, CliEnvironment &env)
 {
     QCommandLineParser parser;
-    parser.addOption(CliSupport::jsonOption());
-    if (!CliSupport::parse(parser, name(), arguments, 1, synopsis(), env))
-        return 2;
-    auto session = CliSupport::startSession(env, parser.positionalArguments().value(0), true);
+    int exitCode = 0;
+    auto session = CliSupport::openForReading(parser, *this, arguments, env, &exitCode);
     if (!session)
-        return 1;
+        return exitCode;
     // A damaged log is an error here, not an empty list: read it once more for the exit code.
     const QString path = session->databasePath();
     if (session->entries().empty() && QFile::exists(path)) {

@@ -64,12 +64,10 @@ QString plainValue(const QJsonValue &value)
 int ProfileCommand::run(const QStringList &arguments, CliEnvironment &env)
 {
     QCommandLineParser parser;
-    parser.addOption(CliSupport::jsonOption());
-    if (!CliSupport::parse(parser, name(), arguments, 1, synopsis(), env))
-        return 2;
-    auto session = CliSupport::startSession(env, parser.positionalArguments().value(0), true);
+    int exitCode = 0;
+    auto session = CliSupport::openForReading(parser, *this, arguments, env, &exitCode);
     if (!session)
-        return 1;
+        return exitCode;
     if (!session->settings().hasSection(session->currentVehicleName())) {
         env.err << u"No profile for \""_s << session->currentVehicleName() << u"\" in the settings file.\n"_s;
         return 1;

@@ -14,12 +14,10 @@ using namespace Qt::StringLiterals;
 int StatusCommand::run(const QStringList &arguments, CliEnvironment &env)
 {
     QCommandLineParser parser;
-    parser.addOption(CliSupport::jsonOption());
-    if (!CliSupport::parse(parser, name(), arguments, 1, synopsis(), env))
-        return 2;
-    auto session = CliSupport::startSession(env, parser.positionalArguments().value(0), true);
+    int exitCode = 0;
+    auto session = CliSupport::openForReading(parser, *this, arguments, env, &exitCode);
     if (!session)
-        return 1;
+        return exitCode;
 
     const MainScreenStatus &status = session->status();
     if (parser.isSet(u"json"_s)) {
