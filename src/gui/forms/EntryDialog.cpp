@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDateEdit>
 #include <QDateTimeEdit>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -11,6 +12,7 @@
 #include <QRegularExpressionValidator>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTimeEdit>
 #include <QVBoxLayout>
 
 #include "platform/Reporter.h"
@@ -104,33 +106,52 @@ bool EntryDialog::requestNumber(QLineEdit *edit, const QString &request)
     return false;
 }
 
-QLineEdit *EntryDialog::odometerEdit(QWidget *parent)
+QLineEdit *EntryDialog::odometerEdit(const QString &objectName)
 {
-    auto *edit = new QLineEdit(parent);
+    auto *edit = new QLineEdit;
+    edit->setObjectName(objectName);
     edit->setValidator(new QRegularExpressionValidator(QRegularExpression(u"\\d{0,10}(\\.\\d*)?"_s), edit));
     edit->setInputMethodHints(Qt::ImhFormattedNumbersOnly);
     return edit;
 }
 
-QLineEdit *EntryDialog::decimalEdit(QWidget *parent)
+QLineEdit *EntryDialog::decimalEdit(const QString &objectName)
 {
-    auto *edit = new QLineEdit(parent);
+    auto *edit = new QLineEdit;
+    edit->setObjectName(objectName);
     edit->setValidator(new QRegularExpressionValidator(QRegularExpression(u"-?\\d{0,10}(\\.\\d*)?"_s), edit));
     edit->setInputMethodHints(Qt::ImhFormattedNumbersOnly);
     return edit;
 }
 
-QLineEdit *EntryDialog::integerEdit(QWidget *parent)
+QLineEdit *EntryDialog::integerEdit(const QString &objectName)
 {
-    auto *edit = new QLineEdit(parent);
+    auto *edit = new QLineEdit;
+    edit->setObjectName(objectName);
     edit->setValidator(new QRegularExpressionValidator(QRegularExpression(u"-?\\d{0,9}"_s), edit));
     edit->setInputMethodHints(Qt::ImhFormattedNumbersOnly);
     return edit;
 }
 
-QComboBox *EntryDialog::pickListCombo(QWidget *parent)
+QDateEdit *EntryDialog::dateEdit(const QString &objectName)
 {
-    auto *combo = new QComboBox(parent);
+    auto *edit = new QDateEdit;
+    edit->setObjectName(objectName);
+    edit->setCalendarPopup(true);
+    return edit;
+}
+
+QTimeEdit *EntryDialog::timeEdit(const QString &objectName)
+{
+    auto *edit = new QTimeEdit;
+    edit->setObjectName(objectName);
+    return edit;
+}
+
+QComboBox *EntryDialog::pickListCombo(const QString &objectName)
+{
+    auto *combo = new QComboBox;
+    combo->setObjectName(objectName);
     combo->setEditable(true);
     combo->setInsertPolicy(QComboBox::NoInsert);
     combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);

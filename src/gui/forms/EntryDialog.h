@@ -4,10 +4,12 @@
 #include <QStringList>
 
 class QComboBox;
+class QDateEdit;
 class QDialogButtonBox;
 class QLineEdit;
 class QPushButton;
 class QScrollArea;
+class QTimeEdit;
 class QVBoxLayout;
 class Reporter;
 
@@ -32,11 +34,13 @@ public:
     // Editors that take only what the field holds; they bring up a numeric keyboard on touch
     // platforms. Odometers: digits (a stored fraction stays editable); amounts: a signed decimal;
     // integers: a signed whole number.
-    static QLineEdit *odometerEdit(QWidget *parent = nullptr);
-    static QLineEdit *decimalEdit(QWidget *parent = nullptr);
-    static QLineEdit *integerEdit(QWidget *parent = nullptr);
+    static QLineEdit *odometerEdit(const QString &objectName);
+    static QLineEdit *decimalEdit(const QString &objectName);
+    static QLineEdit *integerEdit(const QString &objectName);
+    static QDateEdit *dateEdit(const QString &objectName);
+    static QTimeEdit *timeEdit(const QString &objectName);
     // A sorted, editable pick-list combo.
-    static QComboBox *pickListCombo(QWidget *parent = nullptr);
+    static QComboBox *pickListCombo(const QString &objectName = QString());
     // Clears the combo and adds the items sorted as a sorted list box would (ignoring case);
     // the text in the edit field is kept.
     static void fillPickList(QComboBox *combo, const QStringList &items);

@@ -23,17 +23,12 @@ FuelDialog::FuelDialog(const EntryFormContext &context, CVCItem &record, const Q
     , m_record(record)
     , m_listsPath(listsPath)
 {
-    m_odometer = EntryDialog::odometerEdit();
-    m_odometer->setObjectName(u"odometer"_s);
-    m_date = new QDateEdit;
-    m_date->setObjectName(u"date"_s);
-    m_date->setCalendarPopup(true);
+    m_odometer = EntryDialog::odometerEdit(u"odometer"_s);
+    m_date = EntryDialog::dateEdit(u"date"_s);
     m_stationButton = new QPushButton(u"STATION"_s);
     m_stationButton->setObjectName(u"stationButton"_s);
-    m_station = pickListCombo();
-    m_station->setObjectName(u"station"_s);
-    m_quantity = decimalEdit();
-    m_quantity->setObjectName(u"quantity"_s);
+    m_station = pickListCombo(u"station"_s);
+    m_quantity = decimalEdit(u"quantity"_s);
     m_unit = new QComboBox;
     m_unit->setObjectName(u"unit"_s);
     m_unit->setEditable(true);
@@ -41,13 +36,10 @@ FuelDialog::FuelDialog(const EntryFormContext &context, CVCItem &record, const Q
     m_unit->addItems(FuelForm::unitItems());
     m_notFull = new QCheckBox(u"Not Full"_s);
     m_notFull->setObjectName(u"notFull"_s);
-    m_price = decimalEdit();
-    m_price->setObjectName(u"price"_s);
+    m_price = decimalEdit(u"price"_s);
     m_priceUnit = new QLabel(u"/ Gallon"_s);
-    m_temperature = integerEdit();
-    m_temperature->setObjectName(u"temperature"_s);
-    m_total = decimalEdit();
-    m_total->setObjectName(u"total"_s);
+    m_temperature = integerEdit(u"temperature"_s);
+    m_total = decimalEdit(u"total"_s);
     m_economy = new QLineEdit;
     m_economy->setObjectName(u"economy"_s);
     m_economy->setEnabled(false);

@@ -30,27 +30,21 @@ MaintenanceDialog::MaintenanceDialog(const EntryFormContext &context, CVCItem &r
     , m_record(record)
     , m_listsPath(listsPath)
 {
-    m_odometer = EntryDialog::odometerEdit();
-    m_odometer->setObjectName(u"odometer"_s);
-    m_date = new QDateEdit;
-    m_date->setObjectName(u"date"_s);
-    m_date->setCalendarPopup(true);
+    m_odometer = EntryDialog::odometerEdit(u"odometer"_s);
+    m_date = EntryDialog::dateEdit(u"date"_s);
     m_repairButton = new QPushButton(u"REPAIR"_s);
     m_repairButton->setObjectName(u"repairButton"_s);
-    m_repair = pickListCombo();
-    m_repair->setObjectName(u"repairType"_s);
+    m_repair = pickListCombo(u"repairType"_s);
     m_preview = new QLabel;
     m_preview->setObjectName(u"iconPreview"_s);
     m_preview->setFixedSize(PreviewSize, PreviewSize);
     m_preview->setAlignment(Qt::AlignCenter);
     m_invoice = new QLineEdit;
     m_invoice->setObjectName(u"invoice"_s);
-    m_cost = decimalEdit();
-    m_cost->setObjectName(u"cost"_s);
+    m_cost = decimalEdit(u"cost"_s);
     m_locationButton = new QPushButton(u"LOC"_s);
     m_locationButton->setObjectName(u"locationButton"_s);
-    m_location = pickListCombo();
-    m_location->setObjectName(u"location"_s);
+    m_location = pickListCombo(u"location"_s);
     m_note = new QPlainTextEdit;
     m_note->setObjectName(u"note"_s);
     m_note->setTabChangesFocus(true);

@@ -48,8 +48,7 @@ TripDialog::TripDialog(const EntryFormContext &context, CVCItem &record, const D
     m_vehicle->setFont(bold);
 
     const auto combo = [](const QString &name) {
-        QComboBox *box = pickListCombo();
-        box->setObjectName(name);
+        QComboBox *box = pickListCombo(name);
         box->lineEdit()->setMaxLength(TripForm::ComboTextLimit);
         return box;
     };
@@ -67,25 +66,15 @@ TripDialog::TripDialog(const EntryFormContext &context, CVCItem &record, const D
     m_note->setTabChangesFocus(true);
     m_note->setMaximumHeight(80);
     m_note->setMinimumHeight(56);
-    m_tolls = decimalEdit();
-    m_tolls->setObjectName(u"tolls"_s);
-    m_parking = decimalEdit();
-    m_parking->setObjectName(u"parking"_s);
+    m_tolls = decimalEdit(u"tolls"_s);
+    m_parking = decimalEdit(u"parking"_s);
 
-    m_departOdometer = EntryDialog::odometerEdit();
-    m_departOdometer->setObjectName(u"departOdometer"_s);
-    m_departDate = new QDateEdit;
-    m_departDate->setObjectName(u"departDate"_s);
-    m_departDate->setCalendarPopup(true);
-    m_departTime = new QTimeEdit;
-    m_departTime->setObjectName(u"departTime"_s);
-    m_arriveOdometer = EntryDialog::odometerEdit();
-    m_arriveOdometer->setObjectName(u"arriveOdometer"_s);
-    m_arriveDate = new QDateEdit;
-    m_arriveDate->setObjectName(u"arriveDate"_s);
-    m_arriveDate->setCalendarPopup(true);
-    m_arriveTime = new QTimeEdit;
-    m_arriveTime->setObjectName(u"arriveTime"_s);
+    m_departOdometer = EntryDialog::odometerEdit(u"departOdometer"_s);
+    m_departDate = EntryDialog::dateEdit(u"departDate"_s);
+    m_departTime = EntryDialog::timeEdit(u"departTime"_s);
+    m_arriveOdometer = EntryDialog::odometerEdit(u"arriveOdometer"_s);
+    m_arriveDate = EntryDialog::dateEdit(u"arriveDate"_s);
+    m_arriveTime = EntryDialog::timeEdit(u"arriveTime"_s);
     QPushButton *du = smallButton(u"du"_s);
     QPushButton *dd = smallButton(u"dd"_s);
     QPushButton *au = smallButton(u"au"_s);
