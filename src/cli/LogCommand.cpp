@@ -1,10 +1,7 @@
 #include "LogCommand.h"
 
-#include <QFile>
-
 #include "CliSupport.h"
 #include "EntryOutput.h"
-#include "log/LogArchive.h"
 #include "session/VehicleSession.h"
 
 using namespace Qt::StringLiterals;
@@ -16,14 +13,9 @@ int LogCommand::run(const QStringList &arguments, CliEnvironment &env)
     auto session = CliSupport::openForReading(parser, *this, arguments, env, &exitCode);
     if (!session)
         return exitCode;
-    // A damaged log is an error here, not an empty list: read it once more for the exit code.
-    const QString path = session->databasePath();
-    if (session->entries().empty() && QFile::exists(path)) {
-        EntryList entries;
-        LogArchive archive;
-        if (!archive.read(path, entries))
-            return 1;
-    }
+    // A damaged log is an error here, not an empty list.
+    if (!session->logLoaded())
+        return 1;
     printEntries(env.out, session->entries(), env.app.locale, parser.isSet(u"json"_s));
     return 0;
 }

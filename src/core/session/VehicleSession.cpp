@@ -111,30 +111,33 @@ void VehicleSession::loadProfile()
     VehicleProfile::load(*m_settings, m_currentName, m_vehicle);
 }
 
-void VehicleSession::openReadOnly()
+bool VehicleSession::openReadOnly()
 {
     // Reading tools look at the file as it is: nothing is created, moved or rewritten.
     EntryList entries;
     const QString path = databasePath();
+    bool loaded = true;
     if (!VehicleLog::isSafeVin(VehicleLog::effectiveVin(m_vehicle.vin))) {
         m_context.reporter.error(VehicleLog::openErrorFormat().arg(path));
+        loaded = false;
     } else if (QFile::exists(path)) {
         LogArchive archive;
         if (!archive.read(path, entries)) {
             m_context.reporter.error(archive.errorString());
             entries.clear();
+            loaded = false;
         }
     }
     m_log.setEntries(std::move(entries));
     m_log.rescan(scanSettings());
+    return loaded;
 }
 
 void VehicleSession::reopen()
 {
-    if (m_readOnly)
-        openReadOnly();
-    else
-        m_log.open(dataFolder(), m_vehicle.vin, scanSettings(), m_context.reporter, m_context.clock);
+    m_logLoaded = m_readOnly
+        ? openReadOnly()
+        : m_log.open(dataFolder(), m_vehicle.vin, scanSettings(), m_context.reporter, m_context.clock);
     refreshFigures();
 }
 

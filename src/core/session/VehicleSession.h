@@ -71,6 +71,8 @@ public:
     void dropDownClosed();
     // Reopen the database: read, scan, counters, reminders.
     void reopen();
+    // False when the last open could not read the log as it is on disk (the list is then empty).
+    bool logLoaded() const { return m_logLoaded; }
     // Replaces the list (after a recalculation), saves it and reopens.
     bool replaceEntries(EntryList entries);
 
@@ -121,13 +123,14 @@ private:
     void saveLastServices();
     bool hasProfile() const;
     LogScanSettings scanSettings() const;
-    void openReadOnly();
+    bool openReadOnly();
 
     AppContext &m_context;
     std::unique_ptr<IniFile> m_settings;
     std::unique_ptr<Options> m_options;
     bool m_readOnly = false;
     bool m_busy = false;
+    bool m_logLoaded = false;
     quint32 m_now = 0;
     QString m_installPath;
     QString m_currentName;
