@@ -1,5 +1,6 @@
 #include "VehicleSession.h"
 
+#include <QDir>
 #include <QFile>
 
 #include "calc/CounterTiles.h"
@@ -231,11 +232,19 @@ void VehicleSession::selectVehicle(const QString &name)
     reopen();
 }
 
+bool VehicleSession::profileFolderIsElsewhere() const
+{
+    // The drop-down used to move a vehicle kept in another folder back to the data folder. Here
+    // every spelling of the data folder is the same host folder, so only a profile that names
+    // another folder still needs it; otherwise opening the list would rewrite the log each time.
+    const QString folder
+        = m_vehicle.directory.isEmpty() ? dataFolder() : m_context.paths.hostPath(m_vehicle.directory);
+    return QDir(folder).absolutePath() != QDir(dataFolder()).absolutePath();
+}
+
 void VehicleSession::dropDownOpened()
 {
-    // Every folder maps to the one data folder here; what remains of the old behaviour is
-    // the save of the open vehicle and a fresh reload before another one is picked.
-    if (m_readOnly || !hasProfile())
+    if (m_readOnly || !hasProfile() || !profileFolderIsElsewhere())
         return;
     saveDatabase();
     saveLastServices();
@@ -245,7 +254,7 @@ void VehicleSession::dropDownOpened()
 
 void VehicleSession::dropDownClosed()
 {
-    if (m_readOnly || !hasProfile())
+    if (m_readOnly || !hasProfile() || !profileFolderIsElsewhere())
         return;
     saveDatabase();
     saveLastServices();

@@ -122,6 +122,7 @@ private:
     void resetCounters();
     void saveLastServices();
     bool hasProfile() const;
+    bool profileFolderIsElsewhere() const;
     LogScanSettings scanSettings() const;
     bool openReadOnly();
 
