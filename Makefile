@@ -3,7 +3,9 @@ BUILD      ?= build
 BUILD_ASAN ?= build-asan
 BUILD_REL  ?= build-release
 JOBS       ?= $(shell nproc)
-CMAKE_FLAGS ?=
+# ccache, where installed, lets several checkouts share one compile cache.
+CCACHE := $(shell command -v ccache 2>/dev/null)
+CMAKE_FLAGS ?= $(if $(CCACHE),-DCMAKE_CXX_COMPILER_LAUNCHER=$(CCACHE))
 
 .PHONY: all deps build run test test-asan bench format format-check fuzz clean
 
