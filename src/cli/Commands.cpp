@@ -3,6 +3,7 @@
 #include "AddCommand.h"
 #include "BackupCommand.h"
 #include "DumpCommand.h"
+#include "ExportCommand.h"
 #include "LogCommand.h"
 #include "ProfileCommand.h"
 #include "StatusCommand.h"
@@ -20,5 +21,6 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<BackupCommand>());
     commands.push_back(std::make_unique<RestoreCommand>());
     commands.push_back(std::make_unique<AddCommand>());
+    commands.push_back(std::make_unique<ExportCommand>());
     return commands;
 }
