@@ -1,6 +1,7 @@
 #include "CsvExport.h"
 
 #include "ExportStream.h"
+#include "LocalTimeCache.h"
 #include "platform/CFormat.h"
 #include "platform/Clock.h"
 #include "platform/LocaleFormats.h"
@@ -52,27 +53,43 @@ private:
     ExportStream &m_out;
 };
 
-// A time of 0 is "not set" and, like a time the locale cannot show, becomes " ".
-QString shortDateText(quint32 seconds, const LocaleFormats &locale)
+// The date and time texts of one export run. A time of 0 is "not set" and, like a time the
+// locale cannot show, becomes " ". Consecutive entries often share a day, so the last date's
+// text is kept.
+class DateTexts
 {
-    const QDateTime local = DeviceTime::toLocal(seconds);
-    if (seconds == 0 || !local.isValid())
-        return u" "_s;
-    return locale.shortDate(local);
-}
+public:
+    explicit DateTexts(const LocaleFormats &locale)
+        : m_locale(locale)
+    { }
+    QString shortDate(quint32 seconds)
+    {
+        if (seconds == 0)
+            return u" "_s;
+        return dateText(m_times.toLocal(seconds).date);
+    }
+    QString dateTime(quint32 seconds)
+    {
+        if (seconds == 0)
+            return u"   "_s;
+        const LocalTimeCache::Local local = m_times.toLocal(seconds);
+        return dateText(local.date) + u' ' + m_locale.shortTime(local.time);
+    }
 
-QString timeText(quint32 seconds, const LocaleFormats &locale)
-{
-    const QDateTime local = DeviceTime::toLocal(seconds);
-    if (seconds == 0 || !local.isValid())
-        return u" "_s;
-    return locale.shortTime(local);
-}
-
-QString dateTimeText(quint32 seconds, const LocaleFormats &locale)
-{
-    return shortDateText(seconds, locale) + u' ' + timeText(seconds, locale);
-}
+private:
+    QString dateText(const QDate &date)
+    {
+        if (date != m_lastDate) {
+            m_lastDate = date;
+            m_lastText = date.isValid() ? m_locale.shortDate(date) : u" "_s;
+        }
+        return m_lastText;
+    }
+    const LocaleFormats &m_locale;
+    LocalTimeCache m_times;
+    QDate m_lastDate;
+    QString m_lastText;
+};
 
 // Unlike the list's duration, hours and minutes here are the remainders of the span.
 QString durationText(const CVCItem &item)
@@ -110,7 +127,7 @@ QString CsvExport::successMessage(const QString &filePath) const
 bool CsvExport::write(QIODevice *device)
 {
     ExportStream out(device);
-    const LocaleFormats &locale = *m_data.locale;
+    DateTexts dates(*m_data.locale);
     const bool allPeriods = m_data.periodFilter == ExportData::AllPeriods;
     CsvLine line(out);
 
@@ -137,7 +154,7 @@ bool CsvExport::write(QIODevice *device)
                 continue;
             line.text(item.typeText);
             line.number("%6.1f", item.odometer);
-            line.text(shortDateText(item.entryDate, locale));
+            line.text(dates.shortDate(item.entryDate));
             line.text(item.station);
             line.number("%3.3f", item.fuelQuantity);
             line.number("%3.3f", item.unitPrice);
@@ -155,7 +172,7 @@ bool CsvExport::write(QIODevice *device)
                 continue;
             line.text(item.typeText);
             line.number("%6.1f", item.odometer);
-            line.text(shortDateText(item.entryDate, locale));
+            line.text(dates.shortDate(item.entryDate));
             line.text(item.invoice);
             line.number("%6.2f", item.amount);
             break;
@@ -165,15 +182,15 @@ bool CsvExport::write(QIODevice *device)
             const double distance = item.endOdometer - item.odometer;
             line.text(typeColumn(item));
             line.number("%6.1f", item.odometer);
-            line.text(shortDateText(item.entryDate, locale));
+            line.text(dates.shortDate(item.entryDate));
             line.text(item.purpose);
             line.text(item.destination);
             line.text(item.contact);
             line.number("%6.1f", item.odometer);
             line.number("%6.1f", item.endOdometer);
             line.number(allPeriods ? "%6.3f" : "%6.1f", distance > 0 ? distance : 0.0);
-            line.text(dateTimeText(item.departTime, locale));
-            line.text(dateTimeText(item.arriveTime, locale));
+            line.text(dates.dateTime(item.departTime));
+            line.text(dates.dateTime(item.arriveTime));
             line.text(durationText(item));
             line.number("%3.2f", item.amount);
             line.number("%3.2f", item.parking);
@@ -185,7 +202,7 @@ bool CsvExport::write(QIODevice *device)
             const double distance = item.endOdometer - item.odometer;
             line.text(typeColumn(item));
             line.number("%6.1f", item.odometer);
-            line.text(shortDateText(item.entryDate, locale));
+            line.text(dates.shortDate(item.entryDate));
             line.text(item.invoice);
             if (trip)
                 line.blank();
@@ -216,8 +233,8 @@ bool CsvExport::write(QIODevice *device)
             line.number("%6.1f", item.odometer);
             line.number("%6.1f", item.endOdometer);
             line.number("%6.1f", (allPeriods ? distance >= 0 : distance > 0) ? distance : 0.0);
-            line.text(dateTimeText(item.departTime, locale));
-            line.text(dateTimeText(item.arriveTime, locale));
+            line.text(dates.dateTime(item.departTime));
+            line.text(dates.dateTime(item.arriveTime));
             line.text(durationText(item));
             if (trip)
                 line.number("%3.2f", item.amount);

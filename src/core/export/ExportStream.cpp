@@ -2,14 +2,26 @@
 
 #include <QIODevice>
 
+#include "platform/CFormat.h"
+
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
 
 ExportStream::ExportStream(QIODevice *device)
     : m_device(device)
+    , m_block(BlockSize, Qt::Uninitialized)
+{ }
+
+char *ExportStream::reserve(qsizetype size)
 {
-    m_buffer.reserve(BlockSize + 4096);
+    if (m_used + size > BlockSize)
+        flush();
+    if (size > BlockSize)
+        return nullptr;
+    char *at = m_block.data() + m_used;
+    m_used += size;
+    return at;
 }
 
 void ExportStream::literal(const char *bytes)
@@ -17,15 +29,25 @@ void ExportStream::literal(const char *bytes)
     literal(bytes, qsizetype(std::strlen(bytes)));
 }
 
+void ExportStream::literal(const char *bytes, qsizetype size)
+{
+    if (char *at = reserve(size))
+        std::memcpy(at, bytes, size_t(size));
+    else
+        writeOut(bytes, size);
+}
+
 void ExportStream::text(const QString &value)
 {
-    const qsizetype start = m_buffer.size();
-    m_buffer.resize(start + value.size());
-    char *out = m_buffer.data() + start;
     const char16_t *units = reinterpret_cast<const char16_t *>(value.utf16());
+    char *at = reserve(value.size());
+    if (!at) {
+        const QByteArray bytes = to8bit(value);
+        writeOut(bytes.constData(), bytes.size());
+        return;
+    }
     for (qsizetype i = 0; i < value.size(); ++i)
-        out[i] = static_cast<char>(units[i] & 0xFF);
-    flushIfFull();
+        at[i] = static_cast<char>(units[i] & 0xFF);
 }
 
 void ExportStream::format(const char *format, ...)
@@ -42,21 +64,22 @@ void ExportStream::format(const char *format, ...)
 
 void ExportStream::flush()
 {
-    if (m_buffer.isEmpty() || m_failed) {
-        m_buffer.clear();
-        return;
-    }
+    writeOut(m_block.constData(), m_used);
+    m_used = 0;
+}
+
+void ExportStream::writeOut(const char *bytes, qsizetype size)
+{
     qsizetype done = 0;
-    while (done < m_buffer.size()) {
-        const qint64 n = m_device->write(m_buffer.constData() + done, m_buffer.size() - done);
+    while (!m_failed && done < size) {
+        const qint64 n = m_device->write(bytes + done, size - done);
         if (n <= 0) {
             m_failed = true;
             m_deviceError = m_device->errorString();
-            break;
+        } else {
+            done += n;
         }
-        done += n;
     }
-    m_buffer.clear();
 }
 
 bool ExportStream::finish()

@@ -15,7 +15,7 @@ public:
 
     // A template, written as it is (the templates are ASCII).
     void literal(const char *bytes);
-    void literal(const char *bytes, qsizetype size) { m_buffer.append(bytes, size), flushIfFull(); }
+    void literal(const char *bytes, qsizetype size);
     // A value of the log: one byte per code unit, no escaping.
     void text(const QString &value);
     // One printf-style number (or a few): "%6.1f", "%d-%.2d-%.2dT%.2d:%.2d:00.000".
@@ -28,16 +28,15 @@ public:
     QString deviceError() const { return m_deviceError; }
 
 private:
-    void flushIfFull()
-    {
-        if (m_buffer.size() >= BlockSize)
-            flush();
-    }
+    // Room for size more bytes at the end of the block, flushing it first when needed.
+    char *reserve(qsizetype size);
     void flush();
+    void writeOut(const char *bytes, qsizetype size);
 
     static constexpr qsizetype BlockSize = 64 * 1024;
     QIODevice *m_device;
-    QByteArray m_buffer;
+    QByteArray m_block;
+    qsizetype m_used = 0;
     bool m_failed = false;
     QString m_deviceError;
 };

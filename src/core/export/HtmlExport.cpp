@@ -1,6 +1,7 @@
 #include "HtmlExport.h"
 
 #include "ExportStream.h"
+#include "LocalTimeCache.h"
 #include "platform/CFormat.h"
 #include "platform/Clock.h"
 #include "platform/LocaleFormats.h"
@@ -31,12 +32,38 @@ constexpr Column Columns[23] = {
 const char RowOpen[] = "<tr height=\"17\" style=\"height:12.75pt\">";
 const char ShadedRowOpen[] = "<tr height=\"17\" style=\"height:12.75pt\" bgcolor=\"#99FF99\">";
 
+// The openings of every column's cells, plain and shaded, made once per export: the rows then
+// need a printf call only for their numbers.
+struct CellOpenings
+{
+    CellOpenings()
+    {
+        for (int n = 1; n <= 23; ++n) {
+            const int width = Columns[n - 1].width;
+            plainText[n] = cformat("<td width=\"%d\">", width).toLatin1();
+            shadedText[n]
+                = cformat("<td class=\"xl23\"  width=\"%d\" bgcolor=\"#99FF99\">", width).toLatin1();
+            plainNumber[n] = cformat("<td align=\"right\" x:num width=\"%d\">", width).toLatin1();
+            // In a shaded row the three odometer cells of columns 14 to 16 carry no class.
+            shadedNumber[n]
+                = (n >= 14 ? cformat("<td align=\"right\" x:num width=\"%d\" bgcolor=\"#99FF99\">", width)
+                           : cformat("<td class=\"xl23\"  align=\"right\" x:num width=\"%d\" "
+                                     "bgcolor=\"#99FF99\">",
+                                     width))
+                      .toLatin1();
+        }
+    }
+    QByteArray plainText[24], shadedText[24], plainNumber[24], shadedNumber[24];
+};
+
 // The cells of one row, plain or shaded; column numbers count from 1.
 class HtmlRow
 {
 public:
-    HtmlRow(ExportStream &out, bool shaded)
+    HtmlRow(ExportStream &out, const CellOpenings &openings, bool shaded)
         : m_out(out)
+        , m_text(shaded ? openings.shadedText : openings.plainText)
+        , m_number(shaded ? openings.shadedNumber : openings.plainNumber)
         , m_shaded(shaded)
     { }
 
@@ -46,60 +73,51 @@ public:
                                  "bgcolor=\"#99FF99\">"
                                : "<td height=\"17\" style=\"height: 12.75pt\" width=\"186\">");
         m_out.text(value);
-        m_out.literal("</td>");
-    }
-    void openText(int column)
-    {
-        m_out.format(m_shaded ? "<td class=\"xl23\"  width=\"%d\" bgcolor=\"#99FF99\">" : "<td width=\"%d\">",
-                     Columns[column - 1].width);
+        m_out.literal("</td>", 5);
     }
     void text(int column, const QString &value)
     {
-        openText(column);
+        open(column);
         m_out.text(value);
-        m_out.literal("</td>");
+        m_out.literal("</td>", 5);
     }
     void literal(int column, const char *value)
     {
-        openText(column);
+        open(column);
         m_out.literal(value);
-        m_out.literal("</td>");
+        m_out.literal("</td>", 5);
     }
     // A text cell holding a printf number, after an optional currency symbol.
     void formatted(int column, const QString &prefix, const char *format, double value)
     {
-        openText(column);
+        open(column);
         m_out.text(prefix);
         m_out.format(format, value);
-        m_out.literal("</td>");
+        m_out.literal("</td>", 5);
     }
-    // The whole-number odometer cells; in a shaded row columns 14 to 16 carry no class.
+    // The whole-number odometer cells.
     void odometer(int column, double value)
     {
-        const int width = Columns[column - 1].width;
-        if (!m_shaded)
-            m_out.format("<td align=\"right\" x:num width=\"%d\">%7.0f</td>", width, value);
-        else if (column >= 14)
-            m_out.format("<td align=\"right\" x:num width=\"%d\" bgcolor=\"#99FF99\">%7.0f</td>", width,
-                         value);
-        else
-            m_out.format(
-                "<td class=\"xl23\"  align=\"right\" x:num width=\"%d\" bgcolor=\"#99FF99\">%7.0f</td>",
-                width, value);
+        m_out.literal(m_number[column].constData(), m_number[column].size());
+        m_out.format("%7.0f", value);
+        m_out.literal("</td>", 5);
     }
-    bool shaded() const { return m_shaded; }
 
 private:
+    void open(int column) { m_out.literal(m_text[column].constData(), m_text[column].size()); }
+
     ExportStream &m_out;
+    const QByteArray *m_text;
+    const QByteArray *m_number;
     bool m_shaded;
 };
 
 // "%d%s%d%s%d" in the locale's order of day, month and year. A time of 0 is "not set": empty.
-QString dateText(quint32 seconds, const LocaleFormats &locale)
+QString dateText(quint32 seconds, const LocaleFormats &locale, LocalTimeCache &times)
 {
     if (seconds == 0)
         return QString();
-    const QDate date = DeviceTime::toLocal(seconds).date();
+    const QDate date = times.toLocal(seconds).date;
     const QByteArray sep = locale.dateSeparator().left(1).toUtf8();
     switch (locale.dateOrder()) {
     case LocaleFormats::DateOrder::DayMonthYear:
@@ -136,6 +154,8 @@ bool HtmlExport::write(QIODevice *device)
     ExportStream out(device);
     const LocaleFormats &locale = *m_data.locale;
     const QString currency = locale.currencySymbol().left(2);
+    LocalTimeCache times;
+    const CellOpenings openings;
 
     out.literal("<html>\n<head>\n<meta http-equiv=\"Content-Language\" content=\"en-ca\">\n<meta "
                 "http-equiv=\"Content-Type\" content=\"text/html; charset=windows-1252\">");
@@ -152,7 +172,7 @@ bool HtmlExport::write(QIODevice *device)
     out.text(currency);
     out.format("%4.2f</p>", m_data.tripRate);
     out.literal("<p>Data Export Date:");
-    out.text(dateText(m_data.clock->now(), locale));
+    out.text(dateText(m_data.clock->now(), locale, times));
     out.literal("</p>");
     out.format("<p>Last odometer reading: :%7.1f</p>", m_data.lastOdometer);
     out.literal("<hr>");
@@ -189,14 +209,14 @@ bool HtmlExport::write(QIODevice *device)
             out.literal(ShadedRowOpen);
             out.literal("\n");
         }
-        HtmlRow row(out, shaded);
+        HtmlRow row(out, openings, shaded);
         const bool fuel = item.entryType == CVCItem::Fuel;
         const bool maintenance = item.entryType == CVCItem::Maintenance;
         const bool trip = item.entryType == CVCItem::Trip;
 
         row.first(item.typeText);
         row.odometer(2, item.odometer);
-        row.text(3, dateText(item.entryDate, locale));
+        row.text(3, dateText(item.entryDate, locale, times));
         row.text(4, item.invoice);
         if (maintenance)
             row.formatted(5, currency, "%6.2f", item.amount);
@@ -219,8 +239,8 @@ bool HtmlExport::write(QIODevice *device)
         row.odometer(14, fuel ? previousOdometer : item.odometer);
         row.odometer(15, trip ? item.endOdometer : item.odometer);
         row.odometer(16, trip ? item.endOdometer - item.odometer : item.odometer - previousOdometer);
-        row.text(17, dateText(item.departTime, locale));
-        row.text(18, dateText(item.arriveTime, locale));
+        row.text(17, dateText(item.departTime, locale, times));
+        row.text(18, dateText(item.arriveTime, locale, times));
         if (trip) {
             // Whole days are dropped from the hours, as the page has always shown them.
             const qint64 s = qint64(item.arriveTime) - qint64(item.departTime);

@@ -1,6 +1,7 @@
 #include "XmlExport.h"
 
 #include "ExportStream.h"
+#include "LocalTimeCache.h"
 #include "platform/CFormat.h"
 #include "platform/Clock.h"
 #include "platform/LocaleFormats.h"
@@ -99,27 +100,34 @@ template<size_t N> void writeAll(ExportStream &out, const char *const (&template
         out.literal(t);
 }
 
-void writeFuelRow(ExportStream &out, const CVCItem &item)
+// A cell of one number: the printf call formats the number alone.
+void numberCell(ExportStream &out, const char *open, const char *format, double value)
 {
-    const QDateTime date = DeviceTime::toLocal(item.entryDate);
+    out.literal(open);
+    out.format(format, value);
+    out.literal("</Data></Cell>\r\n", 16);
+}
+
+void writeFuelRow(ExportStream &out, const CVCItem &item, LocalTimeCache &times)
+{
+    const LocalTimeCache::Local date = times.toLocal(item.entryDate);
     const double cost = item.fuelQuantity * item.unitPrice;
     out.literal("<Row>\r\n");
     out.literal("<Cell><Data ss:Type=\"String\">Fuel</Data></Cell>\r\n");
-    out.format("<Cell ss:StyleID=\"s24\"><Data ss:Type=\"Number\">%.0f</Data></Cell>\r\n", item.odometer);
-    out.format(
-        "<Cell ss:StyleID=\"s21\"><Data ss:Type=\"DateTime\">%d-%.2d-%.2dT%.2d:%.2d:00.000</Data></Cell>\r\n",
-        date.date().year(), date.date().month(), date.date().day(), date.time().hour(), date.time().minute());
-    out.format("<Cell ss:Index=\"5\" ss:StyleID=\"s23\"><Data ss:Type=\"Number\">%4.2f</Data></Cell>\r\n",
-               cost);
+    numberCell(out, "<Cell ss:StyleID=\"s24\"><Data ss:Type=\"Number\">", "%.0f", item.odometer);
+    out.literal("<Cell ss:StyleID=\"s21\"><Data ss:Type=\"DateTime\">");
+    out.format("%d-%.2d-%.2dT%.2d:%.2d:00.000", date.date.year(), date.date.month(), date.date.day(),
+               date.time.hour(), date.time.minute());
+    out.literal("</Data></Cell>\r\n");
+    numberCell(out, "<Cell ss:Index=\"5\" ss:StyleID=\"s23\"><Data ss:Type=\"Number\">", "%4.2f", cost);
     out.literal("<Cell><Data ss:Type=\"String\">");
     out.text(item.station);
     out.literal("</Data></Cell>\r\n");
-    out.format("<Cell ss:StyleID=\"s25\"><Data ss:Type=\"Number\">%3.3f</Data></Cell>\r\n",
-               item.fuelQuantity);
-    out.format("<Cell ss:StyleID=\"s23\"><Data ss:Type=\"Number\">%3.3f</Data></Cell>\r\n", item.unitPrice);
-    out.format("<Cell><Data ss:Type=\"String\">%3.3f</Data></Cell>\r\n", item.economy);
-    out.format("<Cell ss:StyleID=\"s23\"><Data ss:Type=\"Number\">%5.2f</Data></Cell>\r\n", cost);
-    out.format("<Cell ss:Index=\"14\" ss:StyleID=\"s24\"><Data ss:Type=\"Number\">%7.1f</Data></Cell>\r\n",
+    numberCell(out, "<Cell ss:StyleID=\"s25\"><Data ss:Type=\"Number\">", "%3.3f", item.fuelQuantity);
+    numberCell(out, "<Cell ss:StyleID=\"s23\"><Data ss:Type=\"Number\">", "%3.3f", item.unitPrice);
+    numberCell(out, "<Cell><Data ss:Type=\"String\">", "%3.3f", item.economy);
+    numberCell(out, "<Cell ss:StyleID=\"s23\"><Data ss:Type=\"Number\">", "%5.2f", cost);
+    numberCell(out, "<Cell ss:Index=\"14\" ss:StyleID=\"s24\"><Data ss:Type=\"Number\">", "%7.1f",
                item.odometer);
     out.literal("<Cell ss:StyleID=\"s24\"><Data ss:Type=\"Number\">0</Data></Cell>\r\n"
                 "<Cell ss:StyleID=\"s24\"><Data ss:Type=\"Number\">0</Data></Cell>\r\n"
@@ -129,7 +137,7 @@ void writeFuelRow(ExportStream &out, const CVCItem &item)
                 "<Cell ss:StyleID=\"s23\"><Data ss:Type=\"String\"> </Data></Cell>\r\n"
                 "<Cell ss:StyleID=\"s23\"><Data ss:Type=\"Number\">0</Data></Cell>\r\n");
     // The fuel cost is repeated as the trip cost on purpose.
-    out.format("<Cell ss:StyleID=\"s23\"><Data ss:Type=\"Number\">%5.2f</Data></Cell>\r\n", cost);
+    numberCell(out, "<Cell ss:StyleID=\"s23\"><Data ss:Type=\"Number\">", "%5.2f", cost);
     out.literal("<Cell><Data ss:Type=\"String\">");
     out.text(item.notes);
     out.literal("</Data></Cell>\r\n");
@@ -168,9 +176,10 @@ bool XmlExport::write(QIODevice *device)
     for (const char *title : Titles)
         out.format("<Cell><Data ss:Type=\"String\">%s</Data></Cell>\r\n", title);
     out.literal("</Row>\r\n");
+    LocalTimeCache times;
     for (const CVCItem *item : m_data.entries) {
         if (item->entryType == CVCItem::Fuel)
-            writeFuelRow(out, *item);
+            writeFuelRow(out, *item, times);
     }
     writeAll(out, Epilogue);
     return finish(out);
