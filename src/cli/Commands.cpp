@@ -3,6 +3,8 @@
 #include "AddCommand.h"
 #include "BackupCommand.h"
 #include "DumpCommand.h"
+#include "FullBackupCommand.h"
+#include "LocationsCommand.h"
 #include "LogCommand.h"
 #include "ProfileCommand.h"
 #include "StatusCommand.h"
@@ -20,5 +22,8 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<BackupCommand>());
     commands.push_back(std::make_unique<RestoreCommand>());
     commands.push_back(std::make_unique<AddCommand>());
+    commands.push_back(std::make_unique<LocationsCommand>());
+    commands.push_back(std::make_unique<FullBackupCommand>());
+    commands.push_back(std::make_unique<FullRestoreCommand>());
     return commands;
 }
