@@ -115,11 +115,18 @@ FullCopyResult FullBackup::backup(const QString &backupFolder, const Progress &p
         QString pattern;
     } groups[] = { { BackupLocations::dataFilesFolder(backupFolder), u"*.vcb"_s },
                    { BackupLocations::setupFilesFolder(backupFolder), u"*.ini"_s } };
+    // A drive pulled out after it was listed leaves its mount point behind, or nothing: the backup
+    // must not quietly land on the system disk under that name.
+    const QString location = QFileInfo(QDir::cleanPath(backupFolder)).path();
+    const bool present = QFileInfo(location).isDir();
     for (const auto &group : groups) {
-        const bool made = QDir().mkpath(group.folder);
+        const bool made = present && QDir().mkpath(group.folder);
         for (const QString &name : filesIn(data, group.pattern)) {
             FullCopyStep step { name, FullCopyStep::Outcome::Copied, QString() };
-            if (!made)
+            if (!present)
+                step.reason
+                    = u"the location "_s + QDir::toNativeSeparators(location) + u" is not available"_s;
+            else if (!made)
                 step.reason = u"unable to create the folder "_s + QDir::toNativeSeparators(group.folder);
             if (!made || !copyFile(data + name, group.folder + name, &step.reason))
                 step.outcome = FullCopyStep::Outcome::Failed;

@@ -122,6 +122,7 @@ private slots:
     void backupWithoutLogsCopiesSettings();
     void secondBackupReplacesSameNamesKeepsOthers();
     void failedCopyIsListedAndDateKept();
+    void backupToVanishedDriveWritesNothing();
     void restoreFromEmptyLocation();
     void restoreKeepsReplacedFilesAndSkipsDamagedLog();
     void declinedRestoreChangesNothing();
@@ -271,6 +272,18 @@ void TestFullBackup::failedCopyIsListedAndDateKept()
                             "Earlier copies of the files not copied were left as they were."_s }));
     QCOMPARE(s.reporter.messages().last().kind, Reporter::Kind::Error);
     QCOMPARE(s.preference(u"LastBackupDate"_s), u"<unset>"_s);
+}
+
+void TestFullBackup::backupToVanishedDriveWritesNothing()
+{
+    Sandbox s;
+    put(s.data() + u"Velcora.ini"_s, "settings");
+    const BackupLocation pulled { u"USB"_s, s.root() + u"media/USB/"_s };
+    const FullCopyResult result = FullBackup(s.context).backup(FullBackup(s.context).backupFolder(pulled));
+    QCOMPARE(texts(result),
+             QStringList { u"Velcora.ini: failed (the location "_s
+                           + QDir::toNativeSeparators(s.root() + u"media/USB"_s) + u" is not available)"_s });
+    QVERIFY(!QFileInfo::exists(s.root() + u"media"_s));
 }
 
 void TestFullBackup::restoreFromEmptyLocation()
