@@ -4,6 +4,8 @@
 #include "BackupCommand.h"
 #include "DumpCommand.h"
 #include "ExportCommand.h"
+#include "FullBackupCommand.h"
+#include "LocationsCommand.h"
 #include "LogCommand.h"
 #include "ProfileCommand.h"
 #include "StatusCommand.h"
@@ -21,6 +23,9 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<BackupCommand>());
     commands.push_back(std::make_unique<RestoreCommand>());
     commands.push_back(std::make_unique<AddCommand>());
+    commands.push_back(std::make_unique<LocationsCommand>());
+    commands.push_back(std::make_unique<FullBackupCommand>());
+    commands.push_back(std::make_unique<FullRestoreCommand>());
     commands.push_back(std::make_unique<ExportCommand>());
     return commands;
 }

@@ -409,7 +409,9 @@ void TestMainWindow::menuItemsAndShortcuts()
         (QStringList { u"Fuel"_s, u"Repairs"_s, u"Trips"_s, u"Help"_s, u"About"_s, u"Backup / Restore"_s }));
     QMenu *storage = tools->actions().last()->menu();
     QVERIFY(storage);
-    QCOMPARE(menuTexts(storage), (QStringList { u"Vehicle Backup"_s, u"Vehicle Restore"_s }));
+    QCOMPARE(
+        menuTexts(storage),
+        (QStringList { u"Vehicle Backup"_s, u"Vehicle Restore"_s, u"FULL Backup"_s, u"FULL Restore"_s }));
 
     // Every command has its own key.
     QSet<QKeySequence> keys;

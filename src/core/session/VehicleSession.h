@@ -60,6 +60,8 @@ public:
     void saveAfterStartup();
     // Exit: write the options.
     bool saveOptions();
+    // The options of the run; the History screen keeps its filter in them until exit.
+    Options &options() { return *m_options; }
 
     QStringList vehicleNames() const { return m_vehicleNames; }
     int currentVehicleIndex() const;

@@ -9,6 +9,7 @@
 #include "forms/EntryFormRunner.h"
 #include "platform/CFormat.h"
 #include "session/VehicleSession.h"
+#include "storage/FullBackupDialog.h"
 #include "widgets/IconArt.h"
 #include "widgets/TileCounter.h"
 
@@ -137,6 +138,13 @@ void MainWindow::buildActions()
     QMenu *storage = tools->addMenu(u"&Backup / Restore"_s);
     storage->addAction(m_backupAction);
     storage->addAction(m_restoreAction);
+    storage->addSeparator();
+    for (const FullBackup::Kind kind : { FullBackup::Kind::Backup, FullBackup::Kind::Restore })
+        storage->addAction(kind == FullBackup::Kind::Backup ? u"FULL Backup"_s : u"FULL Restore"_s, this,
+                           [this, kind] {
+                               if (FullBackupDialog::openFromMainScreen(kind, m_session, this))
+                                   refresh();
+                           });
 
     QToolBar *bar = addToolBar(u"TOOLS"_s);
     bar->setObjectName(u"toolsBar"_s);
