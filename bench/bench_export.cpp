@@ -44,10 +44,10 @@ int main(int argc, char *argv[])
     const struct
     {
         Exporter::Format format;
-        int period;
-    } runs[] = { { Exporter::Format::Csv, ExportData::AllPeriods },
-                 { Exporter::Format::Html, ExportData::AllPeriods },
-                 { Exporter::Format::Xml, ExportData::ByDate } };
+        DataViewFilter::Period period;
+    } runs[] = { { Exporter::Format::Csv, DataViewFilter::AllPeriods },
+                 { Exporter::Format::Html, DataViewFilter::AllPeriods },
+                 { Exporter::Format::Xml, DataViewFilter::ByDate } };
     bool ok = true;
     for (const auto &run : runs) {
         ExportData data;
@@ -56,8 +56,11 @@ int main(int argc, char *argv[])
         data.periodFilter = run.period;
         data.locale = &locale;
         data.clock = &clock;
-        data.entries = ExportSelection::forFormat(run.format, entries, ExportData::AllTypes, run.period,
-                                                  QDate(2000, 1, 1), QDate(2100, 1, 1), QDate(2024, 1, 1));
+        DataViewFilter filter;
+        filter.period = run.period;
+        filter.startDate = QDate(2000, 1, 1);
+        filter.endDate = QDate(2100, 1, 1);
+        data.entries = ExportSelection::forFormat(run.format, entries, filter, clock.now());
         auto exporter = createExporter(run.format, data);
         const QString path = exporter->filePath(dir.path() + QLatin1Char('/'));
         std::vector<double> ms, cpuMs;

@@ -12,12 +12,10 @@ namespace {
 struct ExportRequest
 {
     Exporter::Format format = Exporter::Format::Csv;
-    int typeFilter = ExportData::AllTypes;
-    int periodFilter = ExportData::AllPeriods;
-    QDate from, to;
+    DataViewFilter filter;
 };
 
-// The option values as the History screen's filter numbers; false after a usage message.
+// The options as the History screen's filter; false after a usage message.
 bool readRequest(const QCommandLineParser &parser, ExportRequest &request, QString *problem)
 {
     static const QStringList formats { u"csv"_s, u"html"_s, u"xml"_s };
@@ -31,31 +29,33 @@ bool readRequest(const QCommandLineParser &parser, ExportRequest &request, QStri
     }
     request.format = Exporter::Format(formats.indexOf(format));
     if (parser.isSet(u"type"_s)) {
-        request.typeFilter = int(types.indexOf(parser.value(u"type"_s)));
-        if (request.typeFilter < 0) {
+        const qsizetype type = types.indexOf(parser.value(u"type"_s));
+        if (type < 0) {
             *problem
                 = u"Unknown --type \"%1\": use fuel, maint, trips or all."_s.arg(parser.value(u"type"_s));
             return false;
         }
+        request.filter.type = DataViewFilter::Type(type);
     }
     if (parser.isSet(u"period"_s)) {
-        request.periodFilter = int(periods.indexOf(parser.value(u"period"_s)));
-        if (request.periodFilter < 0) {
+        const qsizetype period = periods.indexOf(parser.value(u"period"_s));
+        if (period < 0) {
             *problem = u"Unknown --period \"%1\": use week, month, year, all or dates."_s.arg(
                 parser.value(u"period"_s));
             return false;
         }
+        request.filter.period = DataViewFilter::Period(period);
     }
-    const bool byDate = request.periodFilter == ExportData::ByDate;
+    const bool byDate = request.filter.period == DataViewFilter::ByDate;
     if (byDate != (parser.isSet(u"from"_s) && parser.isSet(u"to"_s))
         || (!byDate && (parser.isSet(u"from"_s) || parser.isSet(u"to"_s)))) {
         *problem = u"--period dates needs --from and --to, and they go with it only."_s;
         return false;
     }
     if (byDate) {
-        request.from = QDate::fromString(parser.value(u"from"_s), u"yyyy-MM-dd"_s);
-        request.to = QDate::fromString(parser.value(u"to"_s), u"yyyy-MM-dd"_s);
-        if (!request.from.isValid() || !request.to.isValid()) {
+        request.filter.startDate = QDate::fromString(parser.value(u"from"_s), u"yyyy-MM-dd"_s);
+        request.filter.endDate = QDate::fromString(parser.value(u"to"_s), u"yyyy-MM-dd"_s);
+        if (!request.filter.startDate.isValid() || !request.filter.endDate.isValid()) {
             *problem = u"--from and --to take dates as YYYY-MM-DD."_s;
             return false;
         }
@@ -91,13 +91,12 @@ int ExportCommand::run(const QStringList &arguments, CliEnvironment &env)
     data.vehicleName = session->currentVehicleName();
     data.tripRate = session->vehicle().costPerMile;
     data.lastOdometer = session->scan().lastOdometer;
-    data.typeFilter = request.typeFilter;
-    data.periodFilter = request.periodFilter;
+    data.typeFilter = request.filter.type;
+    data.periodFilter = request.filter.period;
     data.locale = &env.app.locale;
     data.clock = &env.app.clock;
-    data.entries = ExportSelection::forFormat(request.format, session->entries(), request.typeFilter,
-                                              request.periodFilter, request.from, request.to,
-                                              env.app.clock.nowLocal().date());
+    data.entries
+        = ExportSelection::forFormat(request.format, session->entries(), request.filter, env.app.clock.now());
 
     auto exporter = createExporter(request.format, data);
     Reporter &reporter = env.app.reporter;

@@ -128,17 +128,17 @@ bool CsvExport::write(QIODevice *device)
 {
     ExportStream out(device);
     DateTexts dates(*m_data.locale);
-    const bool allPeriods = m_data.periodFilter == ExportData::AllPeriods;
+    const bool allPeriods = m_data.periodFilter == DataViewFilter::AllPeriods;
     CsvLine line(out);
 
     switch (m_data.typeFilter) {
-    case ExportData::FuelOnly:
+    case DataViewFilter::Fuel:
         out.literal(HeaderFuel);
         break;
-    case ExportData::MaintenanceOnly:
+    case DataViewFilter::Maintenance:
         out.literal(HeaderMaintenance);
         break;
-    case ExportData::TripsOnly:
+    case DataViewFilter::Trips:
         out.literal(HeaderTrips);
         break;
     default:
@@ -149,7 +149,7 @@ bool CsvExport::write(QIODevice *device)
     for (const CVCItem *entry : m_data.entries) {
         const CVCItem &item = *entry;
         switch (m_data.typeFilter) {
-        case ExportData::FuelOnly:
+        case DataViewFilter::Fuel:
             if (item.entryType != CVCItem::Fuel)
                 continue;
             line.text(item.typeText);
@@ -167,7 +167,7 @@ bool CsvExport::write(QIODevice *device)
             else
                 line.blank();
             break;
-        case ExportData::MaintenanceOnly:
+        case DataViewFilter::Maintenance:
             if (item.entryType != CVCItem::Maintenance)
                 continue;
             line.text(item.typeText);
@@ -176,7 +176,7 @@ bool CsvExport::write(QIODevice *device)
             line.text(item.invoice);
             line.number("%6.2f", item.amount);
             break;
-        case ExportData::TripsOnly: {
+        case DataViewFilter::Trips: {
             if (item.entryType != CVCItem::Trip)
                 continue;
             const double distance = item.endOdometer - item.odometer;

@@ -5,6 +5,7 @@
 #include <memory>
 #include <vector>
 
+#include "dataview/DataViewFilter.h"
 #include "log/CVCItem.h"
 
 class Clock;
@@ -15,18 +16,16 @@ class Reporter;
 // The entries an export writes, already chosen by the caller's filters, in log order.
 using EntrySelection = std::vector<const CVCItem *>;
 
-// What the writers read besides the entries. The filter numbers are the data view's.
+// What the writers read besides the entries: the CSV's layout follows the History screen's
+// filter, and the workbook needs its period to be "list by date".
 struct ExportData
 {
-    enum TypeFilter : int { FuelOnly = 0, MaintenanceOnly = 1, TripsOnly = 2, AllTypes = 3 };
-    enum PeriodFilter : int { Week = 0, Month = 1, Year = 2, AllPeriods = 3, ByDate = 4 };
-
     EntrySelection entries;
     QString vehicleName; // empty: "UnKnown"
     double tripRate = 0.0; // money per distance unit (the profile's CostPerMile)
     double lastOdometer = 0.0; // of the load-time scan
-    int typeFilter = AllTypes;
-    int periodFilter = AllPeriods;
+    DataViewFilter::Type typeFilter = DataViewFilter::AllTypes;
+    DataViewFilter::Period periodFilter = DataViewFilter::AllPeriods;
     const LocaleFormats *locale = nullptr;
     const Clock *clock = nullptr;
 

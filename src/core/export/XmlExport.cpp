@@ -148,7 +148,7 @@ void writeFuelRow(ExportStream &out, const CVCItem &item, LocalTimeCache &times)
 
 bool XmlExport::confirm(Reporter &reporter) const
 {
-    if (m_data.periodFilter == ExportData::ByDate)
+    if (m_data.periodFilter == DataViewFilter::ByDate)
         return true;
     reporter.error(needsDateRangeMessage());
     return false;

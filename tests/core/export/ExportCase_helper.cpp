@@ -58,8 +58,9 @@ bool ExportCase::load(const QString &caseFolder, QString *error)
     data.vehicleName = json.value(u"vehicleName"_s).toString();
     data.tripRate = json.value(u"tripRate"_s).toDouble();
     data.lastOdometer = json.value(u"lastOdometer"_s).toDouble();
-    data.typeFilter = json.value(u"typeFilter"_s).toInt(ExportData::AllTypes);
-    data.periodFilter = json.value(u"periodFilter"_s).toInt(ExportData::AllPeriods);
+    data.typeFilter = DataViewFilter::Type(json.value(u"typeFilter"_s).toInt(DataViewFilter::AllTypes));
+    data.periodFilter
+        = DataViewFilter::Period(json.value(u"periodFilter"_s).toInt(DataViewFilter::AllPeriods));
     data.locale = &locale;
     data.clock = &clock;
     return true;
@@ -81,6 +82,10 @@ QString ExportCase::expectedFile() const
 
 void ExportCase::select()
 {
-    data.entries = ExportSelection::forFormat(format(), entries, data.typeFilter, data.periodFilter, from, to,
-                                              clock.nowLocal().date());
+    DataViewFilter filter;
+    filter.type = data.typeFilter;
+    filter.period = data.periodFilter;
+    filter.startDate = from;
+    filter.endDate = to;
+    data.entries = ExportSelection::forFormat(format(), entries, filter, clock.now());
 }
