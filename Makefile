@@ -7,7 +7,7 @@ JOBS       ?= $(shell nproc)
 CCACHE := $(shell command -v ccache 2>/dev/null)
 CMAKE_FLAGS ?= $(if $(CCACHE),-DCMAKE_CXX_COMPILER_LAUNCHER=$(CCACHE))
 
-.PHONY: all deps build run test test-asan bench format format-check fuzz clean
+.PHONY: all deps build run test test-asan test-interop bench format format-check fuzz clean
 
 all: build
 
@@ -34,6 +34,10 @@ test-asan: deps
 	cmake --build $(BUILD_ASAN) -j $(JOBS)
 	cd $(BUILD_ASAN) && ASAN_OPTIONS=detect_leaks=0 UBSAN_OPTIONS=print_stacktrace=1 \
 	    ctest --output-on-failure -j $(JOBS)
+
+# The exports opened by real readers (LibreOffice headless, Python's csv); installs LibreOffice's Calc.
+test-interop: build
+	./scripts/test-interop.sh $(BUILD)
 
 # Runs each fuzzer briefly over its seed corpus (built by test-asan).
 fuzz: test-asan
