@@ -8,7 +8,6 @@
 
 #include "CliRunner_helper.h"
 #include "log/LogArchive.h"
-#include "settings/IniFile.h"
 
 using namespace Qt::StringLiterals;
 
@@ -36,36 +35,19 @@ CVCItem entry(CVCItem::EntryType type, double odometer, const QString &text, qui
     return item;
 }
 
-// The template's "My Car" with services in every state: oil overdue by reading, coolant never
-// done, transmission overdue by date, tune-up never done with a day interval, tires rotated at
-// the last reading (known from the log only), a named custom service ahead and one overdue by
-// both rules. The log's last reading is 12346.
+const QString CaseFolder = QStringLiteral(TARVANE_TEST_DATA "/calc/due-calendar/");
+
+// The case's "My Car" (see its Velcora.ini) has services in every state: oil overdue by reading,
+// coolant never done, transmission overdue by date, tune-up never done with a day interval, a
+// named custom service ahead and one overdue by both rules. The log adds a tire rotation at the
+// last reading, 12346, which the settings file does not know yet.
 void prepare(CliRunner &cli, const QTemporaryDir &root)
 {
     QCOMPARE(cli.run({ u"vehicles"_s }).exitCode, 0);
     cli.options.setValue(u"Options"_s, u"Name"_s, u"My Car"_s);
-    IniFile ini;
-    QVERIFY(ini.Load(dataFolder(root) + u"Velcora.ini"_s));
-    const QString car = u"My Car"_s;
-    const QList<std::pair<const char *, const char *>> values {
-        { "OilDays", "90" },           { "OilDistance", "3000" },
-        { "LastR0Mileage", "9000" },   { "LastR0Date", "1705363200" },
-        { "CoolDays", "0" },           { "CoolDistance", "30000" },
-        { "TransDays", "365" },        { "TransDistance", "0" },
-        { "LastR2Mileage", "5000" },   { "LastR2Date", "1675209600" },
-        { "TuneDays", "30" },          { "TuneDistance", "0" },
-        { "TireDays", "180" },         { "TireDistance", "6000" },
-        { "LastR4Mileage", "11000" },  { "LastR4Date", "1701388800" },
-        { "C1Days", "365" },           { "C1Miles", "15000" },
-        { "LastR5Mileage", "10000" },  { "LastR5Date", "1706745600" },
-        { "Custom2", "Wax" },          { "C2Days", "10" },
-        { "C2Miles", "5000" },         { "LastR6Mileage", "6000" },
-        { "LastR6Date", "1704067200" }
-    };
-    for (const auto &[key, value] : values)
-        ini.SetString(car, QString::fromLatin1(key), QString::fromLatin1(value));
-    ini.SetString(car, u"Custom1"_s, u"Cabin filter, Größe M; front"_s);
-    QVERIFY(ini.Save());
+    const QString ini = dataFolder(root) + u"Velcora.ini"_s;
+    QVERIFY(QFile::remove(ini));
+    QVERIFY(QFile::copy(CaseFolder + u"Velcora.ini"_s, ini));
     // 2024-01-01 and 2024-02-20.
     QVERIFY(LogArchive().write(dataFolder(root) + u"MYCAR0001.vcb"_s,
                                { entry(CVCItem::Fuel, 12000, u"Fuel"_s, 1704067200),
@@ -95,7 +77,7 @@ void TestCliDue::calendarFile()
     QCOMPARE(r.err, QString());
     QCOMPARE(r.exitCode, 0);
     QCOMPARE(r.out, u"Saved 5 due dates to %1\n"_s.arg(ics));
-    QCOMPARE(readAll(ics), readAll(QStringLiteral(TARVANE_TEST_DATA "/calc/due-calendar/expected.ics")));
+    QCOMPARE(readAll(ics), readAll(CaseFolder + u"expected.ics"_s));
 }
 
 void TestCliDue::textListing()

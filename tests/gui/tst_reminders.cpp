@@ -17,7 +17,6 @@
 #include "platform/AppContext.h"
 #include "reminders/ReminderDialog.h"
 #include "session/VehicleSession.h"
-#include "settings/IniFile.h"
 #include "widgets/TileCounter.h"
 
 using namespace Qt::StringLiterals;
@@ -76,10 +75,8 @@ void onNextModal(std::function<void(QDialog *)> check)
 
 } // namespace
 
-// The template's "My Car" with services in every state (see the CLI's due test): oil overdue by
-// reading, coolant never done, transmission overdue by date, tune-up never done with a day
-// interval, tires rotated at the last reading per the log, one custom service ahead and one
-// overdue; the last reading is 12346.
+// The calendar case of the CLI tests: "My Car" with services in every state, and a log whose
+// tire rotation at the last reading (12346) is newer than the settings file.
 struct Sandbox
 {
     Sandbox()
@@ -88,39 +85,9 @@ struct Sandbox
         const QString folder = context.paths.dataFolder();
         QDir().mkpath(folder);
         QFile::copy(u":/install/Lists.ini"_s, folder + u"Lists.ini"_s);
-        QFile::copy(u":/install/Velcora.ini"_s, folder + u"Velcora.ini"_s);
+        QFile::copy(QStringLiteral(TARVANE_TEST_DATA "/calc/due-calendar/Velcora.ini"),
+                    folder + u"Velcora.ini"_s);
         QFile::setPermissions(folder + u"Velcora.ini"_s, QFile::ReadOwner | QFile::WriteOwner);
-        {
-            IniFile ini;
-            ini.Load(folder + u"Velcora.ini"_s);
-            const QList<std::pair<const char *, const char *>> values { { "OilDays", "90" },
-                                                                        { "OilDistance", "3000" },
-                                                                        { "LastR0Mileage", "9000" },
-                                                                        { "LastR0Date", "1705363200" },
-                                                                        { "CoolDays", "0" },
-                                                                        { "CoolDistance", "30000" },
-                                                                        { "TransDays", "365" },
-                                                                        { "TransDistance", "0" },
-                                                                        { "LastR2Mileage", "5000" },
-                                                                        { "LastR2Date", "1675209600" },
-                                                                        { "TuneDays", "30" },
-                                                                        { "TuneDistance", "0" },
-                                                                        { "TireDays", "180" },
-                                                                        { "TireDistance", "6000" },
-                                                                        { "C1Days", "365" },
-                                                                        { "C1Miles", "15000" },
-                                                                        { "LastR5Mileage", "10000" },
-                                                                        { "LastR5Date", "1706745600" },
-                                                                        { "Custom1", "Cabin Filter" },
-                                                                        { "Custom2", "Wax" },
-                                                                        { "C2Days", "10" },
-                                                                        { "C2Miles", "5000" },
-                                                                        { "LastR6Mileage", "6000" },
-                                                                        { "LastR6Date", "1704067200" } };
-            for (const auto &[key, value] : values)
-                ini.SetString(u"My Car"_s, QString::fromLatin1(key), QString::fromLatin1(value));
-            ini.Save();
-        }
         LogArchive().write(folder + u"MYCAR0001.vcb"_s,
                            { entry(CVCItem::Fuel, 12000, u"Fuel"_s, 1704067200),
                              entry(CVCItem::Maintenance, 12346, u"Rotate Tires"_s, 1708387200) });
@@ -215,7 +182,7 @@ void TestReminders::customScreen()
             tiles << custom->dateCounters().at(i)->tiles() << custom->readingCounters().at(i)->tiles();
         }
         QCOMPARE(labels,
-                 (QStringList { u"Cabin Filter"_s, u"Wax"_s, u"REMINDER 3  NOT SET"_s,
+                 (QStringList { u"Cabin filter, Größe M; front"_s, u"Wax"_s, u"REMINDER 3  NOT SET"_s,
                                 u"REMINDER 4  NOT SET"_s, u"REMINDER 5  NOT SET"_s }));
         const QList<int> noDate { 248, 292 };
         QCOMPARE(tiles,
@@ -260,8 +227,11 @@ void TestReminders::saveToCalendar()
     const QByteArray bytes = ics.readAll();
     QVERIFY(bytes.startsWith("BEGIN:VCALENDAR\r\n"));
     QCOMPARE(bytes.count("BEGIN:VEVENT"), 5);
-    // The same file the command line writes for the same moment, but for the custom name.
-    QVERIFY(bytes.contains("SUMMARY:Cabin Filter due (My Car)\r\n"));
+    // The file the command line writes for the same moment.
+    QCOMPARE(bytes, [] {
+        QFile expected(QStringLiteral(TARVANE_TEST_DATA "/calc/due-calendar/expected.ics"));
+        return expected.open(QIODevice::ReadOnly) ? expected.readAll() : QByteArray();
+    }());
 
     // A folder that does not exist: the message, and nothing written.
     box.reporter.clear();

@@ -196,7 +196,10 @@ void ReminderDialog::showValues()
     for (int i = 0; i < rows.size() && i < m_labels.size(); ++i) {
         const ServiceDue &s = rows.at(i);
         m_labels[i]->setText(s.displayLabel());
-        m_dates[i]->setTiles(s.dateTiles, s.hasDueDate ? s.dueDate.toString(Qt::ISODate) : u"No date"_s);
+        QString dateText = u"No date"_s;
+        if (s.hasDueDate)
+            dateText = s.dueDate.toString(Qt::ISODate) + (s.overdueByDate ? u" (overdue)"_s : QString());
+        m_dates[i]->setTiles(s.dateTiles, dateText);
         m_dates[i]->setAccessibleDescription(u"Due date of "_s + s.displayLabel());
         m_readings[i]->setTiles(s.readingTiles,
                                 s.overdueByReading ? m_readings[i]->textOf(s.readingTiles) + u" (overdue)"_s

@@ -56,7 +56,6 @@ class TestServiceDue : public QObject
 private slots:
     void evaluate_data();
     void evaluate();
-    void labels();
     void loadForScreen();
     void foldLine_data();
     void foldLine();
@@ -125,28 +124,6 @@ void TestServiceDue::evaluate()
     QTEST(due.readingTiles, "readingTiles");
     QTEST(due.overdueByReading, "overdueByReading");
     QCOMPARE(due.dueReading, distance + lastMileage);
-}
-
-void TestServiceDue::labels()
-{
-    VehicleSettings vehicle;
-    vehicle.customNames = { u"Wax"_s, QString(), QString(), u"Belt, timing"_s, QString() };
-    QStringList labels;
-    QStringList shown;
-    for (const ServiceDue &s : ServiceDueDates::all(vehicle, LastServices(), 0, Now)) {
-        labels << s.label;
-        shown << s.displayLabel();
-    }
-    QCOMPARE(
-        labels,
-        (QStringList { u"Lube, Oil and Filter Change"_s, u"Coolant Flush "_s, u"Transmission Service"_s,
-                       u"Engine Tune-Up"_s, u"Tire Rotate && Balance"_s, u"Wax"_s, u"REMINDER 2  NOT SET"_s,
-                       u"REMINDER 3  NOT SET"_s, u"Belt, timing"_s, u"REMINDER 5  NOT SET"_s }));
-    QCOMPARE(shown.at(1), u"Coolant Flush"_s);
-    QCOMPARE(shown.at(4), u"Tire Rotate & Balance"_s);
-    const QList<ServiceDue> all = ServiceDueDates::all(vehicle, LastServices(), 0, Now);
-    QCOMPARE(ServiceDueDates::rows(ServiceDueDates::Screen::Custom, all).first().label, u"Wax"_s);
-    QCOMPARE(ServiceDueDates::rows(ServiceDueDates::Screen::Fixed, all).size(), 5);
 }
 
 void TestServiceDue::loadForScreen()
