@@ -107,6 +107,7 @@ QWidget *ReminderDialog::buildHeader()
     title->setFont(big);
     auto *vehicle = new QLabel(m_session.currentVehicleName(), header);
     vehicle->setObjectName(u"vehicleName"_s);
+    vehicle->setTextFormat(Qt::PlainText);
     titles->addWidget(title);
     titles->addWidget(vehicle);
     layout->addLayout(titles, 1);
@@ -137,6 +138,7 @@ QWidget *ReminderDialog::buildRows()
     for (int row = 0; row < 5; ++row) {
         // The doubled ampersand of a caption shows as one, as on a button.
         auto *label = new QLabel(rows);
+        label->setTextFormat(Qt::PlainText); // a service's name is the user's text, never markup
         label->setWordWrap(true);
         label->setMinimumHeight(TouchHeight);
         auto *date = new TileCounter(rows);
