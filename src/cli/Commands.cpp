@@ -2,6 +2,7 @@
 
 #include "AddCommand.h"
 #include "BackupCommand.h"
+#include "DueCommand.h"
 #include "DumpCommand.h"
 #include "FullBackupCommand.h"
 #include "LocationsCommand.h"
@@ -18,6 +19,7 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<LogCommand>());
     commands.push_back(std::make_unique<DumpCommand>());
     commands.push_back(std::make_unique<StatusCommand>());
+    commands.push_back(std::make_unique<DueCommand>());
     commands.push_back(std::make_unique<ReconcileCommand>());
     commands.push_back(std::make_unique<BackupCommand>());
     commands.push_back(std::make_unique<RestoreCommand>());
