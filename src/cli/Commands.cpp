@@ -2,6 +2,7 @@
 
 #include "AddCommand.h"
 #include "BackupCommand.h"
+#include "DueCommand.h"
 #include "DumpCommand.h"
 #include "ExportCommand.h"
 #include "FullBackupCommand.h"
@@ -19,6 +20,7 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<LogCommand>());
     commands.push_back(std::make_unique<DumpCommand>());
     commands.push_back(std::make_unique<StatusCommand>());
+    commands.push_back(std::make_unique<DueCommand>());
     commands.push_back(std::make_unique<ReconcileCommand>());
     commands.push_back(std::make_unique<BackupCommand>());
     commands.push_back(std::make_unique<RestoreCommand>());

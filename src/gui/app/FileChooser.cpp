@@ -34,6 +34,12 @@ QString DialogFileChooser::chooseOpenFile(QWidget *parent, const QString &captio
     return dialog.selectedFiles().constFirst();
 }
 
+QString DialogFileChooser::chooseSaveFile(QWidget *parent, const QString &caption, const QString &startFolder,
+                                          const QString &proposedName, const QString &filter)
+{
+    return QFileDialog::getSaveFileName(parent, caption, QDir(startFolder).filePath(proposedName), filter);
+}
+
 QString ScriptedFileChooser::next()
 {
     return m_answers.isEmpty() ? QString() : m_answers.dequeue();
@@ -49,5 +55,12 @@ QString ScriptedFileChooser::chooseOpenFile(QWidget *, const QString &, const QS
                                             const QString &proposedName, const QString &)
 {
     m_requests.append(u"file "_s + startFolder + u' ' + proposedName);
+    return next();
+}
+
+QString ScriptedFileChooser::chooseSaveFile(QWidget *, const QString &, const QString &startFolder,
+                                            const QString &proposedName, const QString &)
+{
+    m_requests.append(u"save "_s + startFolder + u' ' + proposedName);
     return next();
 }

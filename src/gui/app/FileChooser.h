@@ -20,6 +20,10 @@ public:
     virtual QString chooseOpenFile(QWidget *parent, const QString &caption, const QString &startFolder,
                                    const QString &proposedName, const QString &filter)
         = 0;
+    // The full path of a file to write (it may exist), or an empty string when the user cancels.
+    virtual QString chooseSaveFile(QWidget *parent, const QString &caption, const QString &startFolder,
+                                   const QString &proposedName, const QString &filter)
+        = 0;
 };
 
 // QFileDialog.
@@ -29,10 +33,13 @@ public:
     QString chooseFolder(QWidget *parent, const QString &caption, const QString &startFolder) override;
     QString chooseOpenFile(QWidget *parent, const QString &caption, const QString &startFolder,
                            const QString &proposedName, const QString &filter) override;
+    QString chooseSaveFile(QWidget *parent, const QString &caption, const QString &startFolder,
+                           const QString &proposedName, const QString &filter) override;
 };
 
 // Answers from a queue (an empty answer, or an empty queue, is a cancel) and remembers what it
-// was asked, one line per request: "folder <start>" or "file <start> <proposed name>".
+// was asked, one line per request: "folder <start>", "file <start> <proposed name>" or
+// "save <start> <proposed name>".
 class ScriptedFileChooser : public FileChooser
 {
 public:
@@ -43,6 +50,8 @@ public:
 
     QString chooseFolder(QWidget *parent, const QString &caption, const QString &startFolder) override;
     QString chooseOpenFile(QWidget *parent, const QString &caption, const QString &startFolder,
+                           const QString &proposedName, const QString &filter) override;
+    QString chooseSaveFile(QWidget *parent, const QString &caption, const QString &startFolder,
                            const QString &proposedName, const QString &filter) override;
 
 private:

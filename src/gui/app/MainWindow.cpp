@@ -8,6 +8,7 @@
 #include "calc/CounterTiles.h"
 #include "forms/EntryFormRunner.h"
 #include "platform/CFormat.h"
+#include "reminders/ReminderDialog.h"
 #include "session/VehicleSession.h"
 #include "storage/FullBackupDialog.h"
 #include "widgets/IconArt.h"
@@ -19,6 +20,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QSignalBlocker>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -131,6 +133,9 @@ void MainWindow::buildActions()
     tools->addAction(m_fuelAction);
     tools->addAction(m_repairsAction);
     tools->addAction(m_tripsAction);
+    QAction *reminders = tools->addAction(
+        u"&Reminders"_s, this, [this] { ReminderDialog::showReminders(m_session, m_chooser, this); });
+    reminders->setObjectName(u"remindersAction"_s);
     tools->addSeparator();
     tools->addAction(m_helpAction);
     tools->addAction(m_aboutAction);
@@ -206,6 +211,13 @@ QWidget *MainWindow::buildCentre()
     gauges->addWidget(gauge(centre, m_currentLabel, m_current, new QLabel(centre)), 2);
     gauges->addWidget(gauge(centre, new QLabel(u"Average"_s, centre), m_average, new QLabel(centre)), 2);
     body->addLayout(gauges);
+
+    auto *remindersButton = new QPushButton(u"REMINDERS"_s, centre);
+    remindersButton->setObjectName(u"remindersButton"_s);
+    remindersButton->setMinimumHeight(MinimumControlHeight);
+    connect(remindersButton, &QPushButton::clicked, this,
+            [this] { ReminderDialog::showReminders(m_session, m_chooser, this); });
+    body->addWidget(remindersButton);
 
     auto *heading = new QLabel(u"Reminders"_s, centre);
     QFont headingFont = heading->font();
