@@ -6,6 +6,7 @@
 #include "LogCommand.h"
 #include "ProfileCommand.h"
 #include "StatusCommand.h"
+#include "VehicleCommand.h"
 #include "VehiclesCommand.h"
 
 std::vector<std::unique_ptr<Command>> allCommands()
@@ -20,5 +21,6 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<BackupCommand>());
     commands.push_back(std::make_unique<RestoreCommand>());
     commands.push_back(std::make_unique<AddCommand>());
+    commands.push_back(std::make_unique<VehicleCommand>());
     return commands;
 }
