@@ -9,6 +9,7 @@
 #include "forms/EntryFormRunner.h"
 #include "platform/CFormat.h"
 #include "session/VehicleSession.h"
+#include "setup/SetupRunner.h"
 #include "widgets/IconArt.h"
 #include "widgets/TileCounter.h"
 
@@ -130,6 +131,7 @@ void MainWindow::buildActions()
     tools->addAction(m_fuelAction);
     tools->addAction(m_repairsAction);
     tools->addAction(m_tripsAction);
+    m_setupAction = tools->addAction(u"&Setup / Edit"_s, this, &MainWindow::showSetup);
     tools->addSeparator();
     tools->addAction(m_helpAction);
     tools->addAction(m_aboutAction);
@@ -361,5 +363,11 @@ void MainWindow::addEntry(int entryType)
 {
     // The session reopens the log after a save (a failed one too): show what it holds now.
     EntryFormRunner::addNew(m_session, CVCItem::EntryType(entryType), m_session.context().reporter, this);
+    refresh();
+}
+
+void MainWindow::showSetup()
+{
+    SetupRunner::run(m_session, m_session.context().reporter, this);
     refresh();
 }
