@@ -34,6 +34,7 @@ CSetuppage1::CSetuppage1(SetupForm &form, QWidget *parent)
     contentLayout()->addWidget(m_vin);
     contentLayout()->addWidget(note);
     auto *fields = new QFormLayout;
+    fields->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     fields->addRow(u"Make"_s, m_make);
     fields->addRow(u"Model"_s, m_model);
     fields->addRow(u"Year"_s, m_year);

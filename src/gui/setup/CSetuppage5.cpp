@@ -23,6 +23,7 @@ CSetuppage5::CSetuppage5(SetupForm &form, QWidget *parent)
     m_cost->setInputMethodHints(Qt::ImhFormattedNumbersOnly);
     contentLayout()->addWidget(m_detailed);
     auto *cost = new QFormLayout;
+    cost->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     cost->addRow(u"Cost per Mile/Km:"_s, m_cost);
     contentLayout()->addLayout(cost);
 

@@ -19,6 +19,7 @@ CSetuppage_2::CSetuppage_2(SetupForm &form, QWidget *parent)
     m_economy = new QButtonGroup(this);
 
     auto *start = new QFormLayout;
+    start->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     start->addRow(u"Starting Odometer"_s, m_start);
     contentLayout()->addLayout(start);
     // Two columns keep the three groups within a small screen.
