@@ -50,11 +50,11 @@ SetupDialog::SetupDialog(SetupForm &form, Reporter &reporter, QWidget *parent)
     m_saveExit->setToolTip(u"Save and exit"_s);
     connect(m_saveExit, &QPushButton::clicked, this, &SetupDialog::saveAndExit);
 
-    // The three most used commands as buttons too, for a finger.
+    // The commands as buttons too, for a finger.
     auto *commands = new QHBoxLayout;
     for (const auto &[action, text] :
-         { std::pair { m_edit, u"Edit Selected"_s }, std::pair { m_new, u"New"_s },
-           std::pair { m_delete, u"Delete"_s } }) {
+         { std::pair { m_edit, u"Edit Selected"_s }, std::pair { m_trip, u"Trip Settings"_s },
+           std::pair { m_new, u"New"_s }, std::pair { m_delete, u"Delete"_s } }) {
         auto *button = new QToolButton;
         button->setDefaultAction(action);
         button->setText(text);
