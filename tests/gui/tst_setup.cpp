@@ -18,6 +18,7 @@
 #include "app/HelpLauncher.h"
 #include "app/MainWindow.h"
 #include "app/VehicleSelector.h"
+#include "log/LogArchive.h"
 #include "platform/AppContext.h"
 #include "session/VehicleSession.h"
 #include "settings/PickLists.h"
@@ -67,6 +68,12 @@ template<typename T> void onModal(QObject *context, std::function<void(T *)> the
     timer->start();
 }
 
+QByteArray readBytes(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
+}
+
 void retype(QLineEdit *edit, const QString &text)
 {
     edit->selectAll();
@@ -81,6 +88,14 @@ struct Sandbox
     Sandbox()
         : context { DevicePaths(dir.path()), reporter, clock, locale, options, preferences }
     {
+        // The template's car with one fill-up in its log.
+        QDir().mkpath(context.paths.dataFolder());
+        CVCItem fill;
+        fill.odometer = 1200;
+        fill.fuelQuantity = 10;
+        fill.fuelMeasure = u"Gallons"_s;
+        fill.entryDate = Now;
+        LogArchive().write(carLog(), { fill });
         session = std::make_unique<VehicleSession>(context);
         session->start();
         session->selectVehicle(u"My Car"_s);
@@ -88,6 +103,8 @@ struct Sandbox
         // A fresh sandbox has no options yet; that note is not what is under test.
         reporter.clear();
     }
+
+    QString carLog() const { return context.paths.dataFolder() + u"MYCAR0001.vcb"_s; }
 
     QTemporaryDir dir;
     RecordingReporter reporter;
@@ -132,6 +149,8 @@ void TestSetup::createEditAndDeleteThroughTheScreens()
 {
     Sandbox box;
     MainWindow &window = *box.window;
+    QCOMPARE(int(box.session->entries().size()), 1);
+    const QByteArray carLog = readBytes(box.carLog());
     QStringList seen;
 
     onModal<SetupDialog>(this, [&](SetupDialog *setup) {
@@ -224,7 +243,9 @@ void TestSetup::createEditAndDeleteThroughTheScreens()
              QList<double>({ 1500, 5000, 180, 365, 0.45 }));
     QCOMPARE(QList<int>({ bike.distanceUnit, bike.economyUnit, bike.liquidUnit }), QList<int>({ 1, 2, 2 }));
     QVERIFY(session.tripSettings().detailed);
+    // The car's entries stayed in its own log; the new vehicle's log starts empty.
     QVERIFY(session.entries().empty());
+    QCOMPARE(readBytes(box.carLog()), carLog);
     QVERIFY(PickLists::loadItems(PickLists::listsPath(box.context.paths), PickLists::repairList())
                 .contains(u"Insurance"_s));
 
@@ -240,6 +261,8 @@ void TestSetup::createEditAndDeleteThroughTheScreens()
     QCOMPARE(session.vehicleNames(), QStringList { u"My Car"_s });
     QCOMPARE(window.vehicleSelector()->currentText(), u"My Car"_s);
     QVERIFY(QFile::exists(session.dataFolder() + u"BB-9.vcb"_s));
+    QCOMPARE(int(session.entries().size()), 1);
+    QCOMPARE(readBytes(box.carLog()), carLog);
 }
 
 QTEST_MAIN(TestSetup)
