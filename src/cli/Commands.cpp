@@ -9,6 +9,7 @@
 #include "LogCommand.h"
 #include "ProfileCommand.h"
 #include "StatusCommand.h"
+#include "VehicleCommand.h"
 #include "VehiclesCommand.h"
 
 std::vector<std::unique_ptr<Command>> allCommands()
@@ -27,5 +28,6 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<LocationsCommand>());
     commands.push_back(std::make_unique<FullBackupCommand>());
     commands.push_back(std::make_unique<FullRestoreCommand>());
+    commands.push_back(std::make_unique<VehicleCommand>());
     return commands;
 }
