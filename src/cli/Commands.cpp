@@ -10,6 +10,7 @@
 #include "LogCommand.h"
 #include "ProfileCommand.h"
 #include "StatusCommand.h"
+#include "VehicleCommand.h"
 #include "VehiclesCommand.h"
 
 std::vector<std::unique_ptr<Command>> allCommands()
@@ -28,6 +29,7 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<LocationsCommand>());
     commands.push_back(std::make_unique<FullBackupCommand>());
     commands.push_back(std::make_unique<FullRestoreCommand>());
+    commands.push_back(std::make_unique<VehicleCommand>());
     commands.push_back(std::make_unique<ExportCommand>());
     return commands;
 }

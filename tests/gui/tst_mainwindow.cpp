@@ -405,8 +405,8 @@ void TestMainWindow::menuItemsAndShortcuts()
     QCOMPARE(top.first()->text().remove(u'&'), u"TOOLS"_s);
     QMenu *tools = top.first()->menu();
     QCOMPARE(menuTexts(tools),
-             (QStringList { u"Fuel"_s, u"Repairs"_s, u"Trips"_s, u"Reminders"_s, u"Help"_s, u"About"_s,
-                            u"Backup / Restore"_s }));
+             (QStringList { u"Fuel"_s, u"Repairs"_s, u"Trips"_s, u"Reminders"_s, u"Setup / Edit"_s, u"Help"_s,
+                            u"About"_s, u"Backup / Restore"_s }));
     QMenu *storage = tools->actions().last()->menu();
     QVERIFY(storage);
     QCOMPARE(

@@ -348,3 +348,24 @@ void VehicleSession::addFullRestoreLine()
                                                            u"LastRestoreDate"_s, u"Unknown"_s);
     m_reminders.prepend({ u"Full Restore: "_s + date, 7 });
 }
+
+void VehicleSession::reloadAfterSetup(const QString &currentName)
+{
+    SettingsLocator locator(m_context.paths, m_context.reporter);
+    if (!locator.reload(*m_settings))
+        return;
+    // The list in memory belongs to the file it was read from: after a new vehicle, a delete or a
+    // VIN change it must not be written into another vehicle's log.
+    const QString openPath = databasePath();
+    if (currentName != m_currentName)
+        VehicleProfile::resetToDefaults(m_vehicle);
+    m_currentName = currentName;
+    m_vehicleNames = VehicleProfile::readVehicleList(*m_settings, m_currentName).names;
+    VehicleProfile::loadTripSettings(*m_settings, m_tripSettings);
+    loadProfile();
+    resetCounters();
+    m_reminders.clear();
+    if (databasePath() == openPath)
+        saveDatabase();
+    reopen();
+}

@@ -105,6 +105,9 @@ public:
     // The "Full Backup: %s" / "Full Restore: %s" lines after a full backup / restore.
     void addFullBackupLine();
     void addFullRestoreLine();
+    // After Setup: reload the settings file ("ERROR 106" on failure), the vehicle list and the
+    // profile of currentName, then save the log when it is still this vehicle's file, and reopen.
+    void reloadAfterSetup(const QString &currentName);
 
     // The host data folder (ends with "/").
     QString dataFolder() const;

@@ -10,6 +10,7 @@
 #include "platform/CFormat.h"
 #include "reminders/ReminderDialog.h"
 #include "session/VehicleSession.h"
+#include "setup/SetupRunner.h"
 #include "storage/FullBackupDialog.h"
 #include "widgets/IconArt.h"
 #include "widgets/TileCounter.h"
@@ -136,6 +137,7 @@ void MainWindow::buildActions()
     QAction *reminders = tools->addAction(
         u"&Reminders"_s, this, [this] { ReminderDialog::showReminders(m_session, m_chooser, this); });
     reminders->setObjectName(u"remindersAction"_s);
+    m_setupAction = tools->addAction(u"&Setup / Edit"_s, this, &MainWindow::showSetup);
     tools->addSeparator();
     tools->addAction(m_helpAction);
     tools->addAction(m_aboutAction);
@@ -381,5 +383,11 @@ void MainWindow::addEntry(int entryType)
 {
     // The session reopens the log after a save (a failed one too): show what it holds now.
     EntryFormRunner::addNew(m_session, CVCItem::EntryType(entryType), m_session.context().reporter, this);
+    refresh();
+}
+
+void MainWindow::showSetup()
+{
+    SetupRunner::run(m_session, m_session.context().reporter, this);
     refresh();
 }
