@@ -71,7 +71,7 @@ bool ExportRun::toFolder(Exporter &exporter, const QString &folder, Reporter &re
         reporter.error(pathNotSetMessage());
         return false;
     }
-    const QString name = exporter.filePath(QString()).chopped(exporter.suffix().size());
+    const QString name = exporter.baseName();
     // The name comes from the user's vehicle list; it must not reach outside the chosen folder.
     if (!VehicleLog::isSafeVin(name)) {
         reporter.error(

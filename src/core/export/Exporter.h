@@ -60,7 +60,9 @@ public:
     virtual QString createErrorMessage() const = 0;
     virtual QString successMessage(const QString &filePath) const = 0;
 
-    // "<folder><name><suffix>"; the folder ends with a separator.
+    // The vehicle's name as the file is named, and "<folder><name><suffix>" (the folder ends with
+    // a separator).
+    QString baseName() const { return m_data.effectiveName(); }
     QString filePath(const QString &folder) const;
 
 protected:
