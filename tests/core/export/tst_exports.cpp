@@ -249,10 +249,16 @@ void TestExports::messagesAroundARun()
     const QString folder = dir.path() + u'/';
     RecordingReporter reporter;
 
+    // An older export of the same name is replaced.
+    QFile old(folder + u"Van.csv"_s);
+    QVERIFY(old.open(QIODevice::WriteOnly));
+    old.write("the export of last week");
+    old.close();
     auto csv = createExporter(Exporter::Format::Csv, c.data);
     QVERIFY(!ExportRun::toFolder(*csv, QString(), reporter));
     QVERIFY(ExportRun::toFolder(*csv, folder, reporter));
-    QVERIFY(QFile::exists(folder + u"Van.csv"_s));
+    QVERIFY(old.open(QIODevice::ReadOnly));
+    QVERIFY(old.readAll().startsWith("\"Type\",\"Odometer\""));
 
     // The page asks first; Cancel writes nothing.
     auto html = createExporter(Exporter::Format::Html, c.data);
