@@ -5,6 +5,7 @@
 #include "DumpCommand.h"
 #include "LogCommand.h"
 #include "ProfileCommand.h"
+#include "StatsCommand.h"
 #include "StatusCommand.h"
 #include "VehiclesCommand.h"
 
@@ -20,5 +21,6 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<BackupCommand>());
     commands.push_back(std::make_unique<RestoreCommand>());
     commands.push_back(std::make_unique<AddCommand>());
+    commands.push_back(std::make_unique<StatsCommand>());
     return commands;
 }

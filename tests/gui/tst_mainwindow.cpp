@@ -406,7 +406,8 @@ void TestMainWindow::menuItemsAndShortcuts()
     QMenu *tools = top.first()->menu();
     QCOMPARE(
         menuTexts(tools),
-        (QStringList { u"Fuel"_s, u"Repairs"_s, u"Trips"_s, u"Help"_s, u"About"_s, u"Backup / Restore"_s }));
+        (QStringList { u"Fuel"_s, u"Repairs"_s, u"Trips"_s, u"Help"_s, u"About"_s, u"Statistics"_s,
+                      u"Backup / Restore"_s }));
     QMenu *storage = tools->actions().last()->menu();
     QVERIFY(storage);
     QCOMPARE(menuTexts(storage), (QStringList { u"Vehicle Backup"_s, u"Vehicle Restore"_s }));

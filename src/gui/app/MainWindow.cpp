@@ -9,6 +9,7 @@
 #include "forms/EntryFormRunner.h"
 #include "platform/CFormat.h"
 #include "session/VehicleSession.h"
+#include "stats/StatisticsContext.h"
 #include "widgets/IconArt.h"
 #include "widgets/TileCounter.h"
 
@@ -133,6 +134,8 @@ void MainWindow::buildActions()
     tools->addSeparator();
     tools->addAction(m_helpAction);
     tools->addAction(m_aboutAction);
+    tools->addAction(u"&Statistics"_s, this, [this] { showStatisticsMenu(this, m_session); })
+        ->setObjectName(u"statisticsAction"_s);
     tools->addSeparator();
     QMenu *storage = tools->addMenu(u"&Backup / Restore"_s);
     storage->addAction(m_backupAction);
