@@ -24,14 +24,15 @@ QJsonObject toJson(const ChartSeries &series, const QString &vehicle)
 {
     QJsonArray figures;
     for (int i = 0; i < 4; ++i)
-        figures.append(QJsonObject { { u"label"_s, series.labels[i] }, { u"value"_s, series.values[i].trimmed() } });
+        figures.append(
+            QJsonObject { { u"label"_s, series.labels[i] }, { u"value"_s, series.values[i].trimmed() } });
     QJsonArray lines;
     for (const ChartLine &line : series.lines) {
         QJsonArray points;
         for (const QPointF &point : line.points)
             points.append(QJsonArray { point.x(), point.y() });
-        lines.append(QJsonObject { { u"name"_s, line.name }, { u"colour"_s, colourName(line.colour) },
-                                   { u"points"_s, points } });
+        lines.append(QJsonObject {
+            { u"name"_s, line.name }, { u"colour"_s, colourName(line.colour) }, { u"points"_s, points } });
     }
     return QJsonObject { { u"mode"_s, int(series.mode) },
                          { u"title"_s, series.title },
@@ -72,8 +73,8 @@ int StatsCommand::run(const QStringList &arguments, CliEnvironment &env)
     bool isNumber = false;
     const int mode = positional.value(0).toInt(&isNumber);
     if (!isNumber || mode < 0 || mode >= StatisticsCharts::ModeCount) {
-        env.err << u"MODE must be a number from 0 to 7.\nUsage: tarvane-cli "_s << name() << u' ' << synopsis()
-                << u'\n';
+        env.err << u"MODE must be a number from 0 to 7.\nUsage: tarvane-cli "_s << name() << u' '
+                << synopsis() << u'\n';
         return 2;
     }
     const QString png = parser.value(pngOption);
@@ -88,7 +89,8 @@ int StatsCommand::run(const QStringList &arguments, CliEnvironment &env)
     EntryList entries;
     if (!ChartLog::read(session->dataFolder(), session->vehicle().vin, entries, env.app.reporter))
         return 1;
-    const ChartInput input { session->vehicle().distanceUnit, session->vehicle().economyUnit, env.app.clock.now() };
+    const ChartInput input { session->vehicle().distanceUnit, session->vehicle().economyUnit,
+                             env.app.clock.now() };
     const ChartSeries series = StatisticsCharts::build(ChartMode(mode), entries, input);
     if (!series.enoughData) {
         env.err << series.shortDataMessage << u'\n';

@@ -11,9 +11,10 @@ public:
     QString synopsis() const override { return QStringLiteral("MODE [VEHICLE] [--json] [--png FILE]"); }
     QString description() const override
     {
-        return QStringLiteral("Shows a statistics chart (MODE 0-7: fuel economy, fuel cost, repair cost, running "
-                              "cost, 31 day usage, and the two-year running cost, economy and fuel cost); "
-                              "--png FILE also draws it (.svg for SVG).");
+        return QStringLiteral(
+            "Shows a statistics chart (MODE 0-7: fuel economy, fuel cost, repair cost, running "
+            "cost, 31 day usage, and the two-year running cost, economy and fuel cost); "
+            "--png FILE also draws it (.svg for SVG).");
     }
     int run(const QStringList &arguments, CliEnvironment &env) override;
 };

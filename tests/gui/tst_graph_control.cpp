@@ -154,7 +154,9 @@ void TestGraphControl::pixels()
     // The dot starts a line of its own: nothing joins it to the line before.
     QCOMPARE(pixel(image, 220, 110), bg);
 
-    const QList<GraphRenderer::Point> table { { 1, 60, Plot, true }, { 7, 60, Plot, false }, { 10, 88, Plot, true } };
+    const QList<GraphRenderer::Point> table { { 1, 60, Plot, true },
+                                              { 7, 60, Plot, false },
+                                              { 10, 88, Plot, true } };
     QCOMPARE(graph.points(), table);
     QCOMPARE(graph.currentX(), 250);
     // A new range redraws the frame, which clears the chart.

@@ -404,10 +404,9 @@ void TestMainWindow::menuItemsAndShortcuts()
     QCOMPARE(top.size(), 1);
     QCOMPARE(top.first()->text().remove(u'&'), u"TOOLS"_s);
     QMenu *tools = top.first()->menu();
-    QCOMPARE(
-        menuTexts(tools),
-        (QStringList { u"Fuel"_s, u"Repairs"_s, u"Trips"_s, u"Help"_s, u"About"_s, u"Statistics"_s,
-                      u"Backup / Restore"_s }));
+    QCOMPARE(menuTexts(tools),
+             (QStringList { u"Fuel"_s, u"Repairs"_s, u"Trips"_s, u"Help"_s, u"About"_s, u"Statistics"_s,
+                            u"Backup / Restore"_s }));
     QMenu *storage = tools->actions().last()->menu();
     QVERIFY(storage);
     QCOMPARE(menuTexts(storage), (QStringList { u"Vehicle Backup"_s, u"Vehicle Restore"_s }));

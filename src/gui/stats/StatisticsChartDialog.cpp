@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QFontDatabase>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -27,7 +28,8 @@ constexpr int TouchHeight = 32;
 constexpr qreal SaveScale = 2.0;
 } // namespace
 
-StatisticsChartDialog::StatisticsChartDialog(const StatisticsContext &context, ChartMode mode, QWidget *parent)
+StatisticsChartDialog::StatisticsChartDialog(const StatisticsContext &context, ChartMode mode,
+                                             QWidget *parent)
     : QDialog(parent)
     , m_context(context)
 {
@@ -76,6 +78,8 @@ void StatisticsChartDialog::buildControls()
         m_values[i] = new QLabel(this);
         m_values[i]->setObjectName(u"value%1"_s.arg(i));
         m_values[i]->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        // The figures are printf columns ("%9.1f"): a fixed-pitch face keeps them lined up.
+        m_values[i]->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
         figures->addWidget(m_labels[i], i + 1, 0);
         figures->addWidget(m_values[i], i + 1, 1);
     }
@@ -131,10 +135,11 @@ bool StatisticsChartDialog::saveChart()
 {
     if (!m_series.enoughData)
         return false;
-    const QString proposed = QDir(m_context.dataFolder)
-                                 .filePath(cformat("%s-chart%d.png",
-                                                   VehicleLog::effectiveVin(m_context.vin).toUtf8().constData(),
-                                                   int(m_series.mode)));
+    const QString proposed
+        = QDir(m_context.dataFolder)
+              .filePath(cformat("%s-chart%d.png",
+                                VehicleLog::effectiveVin(m_context.vin).toUtf8().constData(),
+                                int(m_series.mode)));
     const QString path = m_context.chooseSavePath
         ? m_context.chooseSavePath(this, proposed)
         : QFileDialog::getSaveFileName(this, u"Save Chart"_s, proposed,
@@ -143,7 +148,8 @@ bool StatisticsChartDialog::saveChart()
         return false;
     QString error;
     if (!GraphChart::save(m_series, m_graph->size(), SaveScale, path, &error)) {
-        m_context.reporter->error(u"Unable to save the chart to %1\n%2"_s.arg(QDir::toNativeSeparators(path), error));
+        m_context.reporter->error(
+            u"Unable to save the chart to %1\n%2"_s.arg(QDir::toNativeSeparators(path), error));
         return false;
     }
     return true;

@@ -56,7 +56,11 @@ void StatisticsMenuDialog::buildControls()
     layout->setContentsMargins(16, 8, 16, 16);
     layout->setSpacing(8);
 
-    auto chart = [this](ChartMode mode) { return [this, mode] { openChart(mode); }; };
+    auto chart = [this](ChartMode mode) {
+        return [this, mode] {
+            openChart(mode);
+        };
+    };
 
     m_compare = new QMenu(u"Compare"_s, this);
     m_compare->setObjectName(u"compareMenu"_s);

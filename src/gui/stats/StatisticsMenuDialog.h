@@ -23,6 +23,7 @@ public:
     void setChartRunner(std::function<void(ChartMode)> runner) { m_runner = std::move(runner); }
     void openChart(ChartMode mode);
 
+    const StatisticsContext &context() const { return m_context; }
     QPushButton *button(const QString &text) const;
     QMenu *compareMenu() const { return m_compare; }
     QMenuBar *menuBar() const { return m_menuBar; }

@@ -22,8 +22,8 @@ void GraphControl::changed()
     setAccessibleDescription(u"%1 from %2 to %3, %4 from %5 to %6, %7 points"_s.arg(
         m_graph.yTitle(), GraphGeometry::labelText(g.lowerLimit(), g.yDecimals()),
         GraphGeometry::labelText(g.upperLimit(), g.yDecimals()), m_graph.xTitle(),
-        GraphGeometry::labelText(g.xLower(), g.xDecimals()), GraphGeometry::labelText(g.xUpper(), g.xDecimals()),
-        QString::number(m_graph.points().size())));
+        GraphGeometry::labelText(g.xLower(), g.xDecimals()),
+        GraphGeometry::labelText(g.xUpper(), g.xDecimals()), QString::number(m_graph.points().size())));
     update();
 }
 

@@ -125,9 +125,24 @@ void GraphRenderer::drawGrid(QPainter &painter) const
     painter.setRenderHint(QPainter::TextAntialiasing, true);
     painter.setFont(labelFont());
     const int flags = Qt::AlignLeft | Qt::AlignTop | Qt::TextDontClip;
-    for (const GraphGeometry::Label &label : { g.upperLabel(), g.lowerLabel(), g.xLowerLabel(), g.xUpperLabel() })
-        if (label.visible)
+    for (const GraphGeometry::Label &label :
+         { g.upperLabel(), g.lowerLabel(), g.xLowerLabel(), g.xUpperLabel() }) {
+        if (!label.visible)
+            continue;
+        // The places are reckoned at 6 pixels a character; a wider face is narrowed to keep
+        // the numbers off the frame.
+        const int room = GraphGeometry::CharacterWidth * int(label.text.size());
+        const int width = painter.fontMetrics().horizontalAdvance(label.text);
+        painter.save();
+        if (width > room && width > 0) {
+            painter.translate(label.position);
+            painter.scale(double(room) / width, 1.0);
+            painter.drawText(QRect(QPoint(0, 0), QSize(1, 1)), flags, label.text);
+        } else {
             painter.drawText(QRect(label.position, QSize(1, 1)), flags, label.text);
+        }
+        painter.restore();
+    }
     painter.drawText(QRect(g.xTitlePosition(), QSize(1, 1)), flags, m_xTitle);
     painter.save();
     painter.translate(g.yTitlePosition());
