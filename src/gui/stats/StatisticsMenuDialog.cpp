@@ -101,10 +101,8 @@ void StatisticsMenuDialog::buildControls()
     connect(exit, &QPushButton::clicked, this, &QDialog::accept);
     layout->addWidget(exit);
 
-    for (QPushButton *button : findChildren<QPushButton *>()) {
+    for (QPushButton *button : findChildren<QPushButton *>())
         button->setMinimumHeight(TouchHeight);
-        button->setAutoDefault(false);
-    }
     resize(320, 420);
 }
 

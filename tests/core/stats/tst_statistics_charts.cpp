@@ -1,6 +1,11 @@
 #include <QDateTime>
+#include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 
+#include "log/LogArchive.h"
+#include "platform/Reporter.h"
+#include "stats/ChartLog.h"
 #include "stats/StatisticsCharts.h"
 
 Q_DECLARE_METATYPE(EntryList)
@@ -100,6 +105,7 @@ private slots:
     void shortData_data();
     void shortData();
     void unitTexts();
+    void logReading();
 };
 
 void TestStatisticsCharts::charts_data()
@@ -259,6 +265,34 @@ void TestStatisticsCharts::unitTexts()
                               u"FUEL MPGi"_s, u"FUEL KPL"_s, u"FUEL KPL"_s };
     for (int unit = -1; unit <= 5; ++unit)
         QCOMPARE(StatisticsCharts::fuelEconomyAxisTitle(unit), names.at(unit + 1));
+}
+
+void TestStatisticsCharts::logReading()
+{
+    QTemporaryDir dir;
+    const QString folder = dir.path() + u'/';
+    RecordingReporter reporter;
+    EntryList entries { fuel(1, 1, 1, 1, 1) };
+    // No log yet: nothing to chart, and nothing said (the chart then says it needs more).
+    QVERIFY(ChartLog::read(folder, u"CAR1"_s, entries, reporter));
+    QVERIFY(entries.empty());
+    QVERIFY(!QFile::exists(folder + u"CAR1.vcb"_s));
+    // The log as it is on disk; an empty VIN reads UnKnown.vcb.
+    QVERIFY(LogArchive().write(folder + u"UnKnown.vcb"_s, carLog()));
+    QVERIFY(ChartLog::read(folder, QString(), entries, reporter));
+    QCOMPARE(entries, carLog());
+    QCOMPARE(reporter.texts(), QStringList());
+    // A damaged log, and a VIN that would leave the folder.
+    QFile damaged(folder + u"BAD.vcb"_s);
+    QVERIFY(damaged.open(QIODevice::WriteOnly) && damaged.write("\x03\x00\xff", 3) == 3);
+    damaged.close();
+    QVERIFY(!ChartLog::read(folder, u"BAD"_s, entries, reporter));
+    QVERIFY(entries.empty());
+    QVERIFY(!ChartLog::read(folder, u".."_s, entries, reporter));
+    QCOMPARE(reporter.texts(),
+             (QStringList { u"ERROR 100! Unable to open database "_s + folder + u"BAD.vcb"_s,
+                            u"ERROR 100! Unable to open database "_s + folder + u"...vcb"_s }));
+    QCOMPARE(damaged.size(), 3);
 }
 
 QTEST_GUILESS_MAIN(TestStatisticsCharts)
