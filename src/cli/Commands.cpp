@@ -8,6 +8,7 @@
 #include "LocationsCommand.h"
 #include "LogCommand.h"
 #include "ProfileCommand.h"
+#include "StatsCommand.h"
 #include "StatusCommand.h"
 #include "VehicleCommand.h"
 #include "VehiclesCommand.h"
@@ -29,5 +30,6 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<FullBackupCommand>());
     commands.push_back(std::make_unique<FullRestoreCommand>());
     commands.push_back(std::make_unique<VehicleCommand>());
+    commands.push_back(std::make_unique<StatsCommand>());
     return commands;
 }

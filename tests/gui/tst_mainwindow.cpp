@@ -406,7 +406,7 @@ void TestMainWindow::menuItemsAndShortcuts()
     QMenu *tools = top.first()->menu();
     QCOMPARE(menuTexts(tools),
              (QStringList { u"Fuel"_s, u"Repairs"_s, u"Trips"_s, u"Reminders"_s, u"Setup / Edit"_s, u"Help"_s,
-                            u"About"_s, u"Backup / Restore"_s }));
+                            u"About"_s, u"Statistics"_s, u"Backup / Restore"_s }));
     QMenu *storage = tools->actions().last()->menu();
     QVERIFY(storage);
     QCOMPARE(

@@ -11,6 +11,7 @@
 #include "reminders/ReminderDialog.h"
 #include "session/VehicleSession.h"
 #include "setup/SetupRunner.h"
+#include "stats/StatisticsContext.h"
 #include "storage/FullBackupDialog.h"
 #include "widgets/IconArt.h"
 #include "widgets/TileCounter.h"
@@ -141,6 +142,8 @@ void MainWindow::buildActions()
     tools->addSeparator();
     tools->addAction(m_helpAction);
     tools->addAction(m_aboutAction);
+    tools->addAction(u"&Statistics"_s, this, [this] { showStatisticsMenu(this, m_session); })
+        ->setObjectName(u"statisticsAction"_s);
     tools->addSeparator();
     QMenu *storage = tools->addMenu(u"&Backup / Restore"_s);
     storage->addAction(m_backupAction);
