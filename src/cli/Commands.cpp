@@ -2,7 +2,10 @@
 
 #include "AddCommand.h"
 #include "BackupCommand.h"
+#include "DeleteCommand.h"
 #include "DumpCommand.h"
+#include "EditCommand.h"
+#include "InsertCommand.h"
 #include "LogCommand.h"
 #include "ProfileCommand.h"
 #include "StatusCommand.h"
@@ -20,5 +23,9 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<BackupCommand>());
     commands.push_back(std::make_unique<RestoreCommand>());
     commands.push_back(std::make_unique<AddCommand>());
+    commands.push_back(std::make_unique<InsertCommand>());
+    commands.push_back(std::make_unique<EditCommand>());
+    commands.push_back(std::make_unique<DeleteCommand>());
+    commands.push_back(std::make_unique<DeleteAllCommand>());
     return commands;
 }

@@ -6,6 +6,7 @@
 #include "HelpLauncher.h"
 #include "VehicleSelector.h"
 #include "calc/CounterTiles.h"
+#include "dataview/HistoryDialog.h"
 #include "forms/EntryFormRunner.h"
 #include "platform/CFormat.h"
 #include "session/VehicleSession.h"
@@ -120,8 +121,13 @@ void MainWindow::buildActions()
     m_tripsAction->setIconText(u"Trips"_s);
     connect(m_tripsAction, &QAction::triggered, this, [this] { addEntry(CVCItem::Trip); });
 
+    m_viewDataAction = new QAction(IconArt::icon(IconArt::Picture::Inspection), u"&View Data"_s, this);
+    m_viewDataAction->setShortcut(QKeySequence(u"Ctrl+D"_s));
+    m_viewDataAction->setIconText(u"View Data"_s);
+    connect(m_viewDataAction, &QAction::triggered, this, &MainWindow::viewData);
+
     for (QAction *action : { m_helpAction, m_aboutAction, m_backupAction, m_restoreAction, m_fuelAction,
-                             m_repairsAction, m_tripsAction })
+                             m_repairsAction, m_tripsAction, m_viewDataAction })
         action->setToolTip(action->text().remove(u'&') + u" ("_s
                            + action->shortcut().toString(QKeySequence::NativeText) + u')');
 
@@ -130,6 +136,7 @@ void MainWindow::buildActions()
     tools->addAction(m_fuelAction);
     tools->addAction(m_repairsAction);
     tools->addAction(m_tripsAction);
+    tools->addAction(m_viewDataAction);
     tools->addSeparator();
     tools->addAction(m_helpAction);
     tools->addAction(m_aboutAction);
@@ -146,6 +153,7 @@ void MainWindow::buildActions()
     bar->addAction(m_fuelAction);
     bar->addAction(m_repairsAction);
     bar->addAction(m_tripsAction);
+    bar->addAction(m_viewDataAction);
     bar->addSeparator();
     bar->addAction(m_backupAction);
     bar->addAction(m_restoreAction);
@@ -361,5 +369,11 @@ void MainWindow::addEntry(int entryType)
 {
     // The session reopens the log after a save (a failed one too): show what it holds now.
     EntryFormRunner::addNew(m_session, CVCItem::EntryType(entryType), m_session.context().reporter, this);
+    refresh();
+}
+
+void MainWindow::viewData()
+{
+    HistoryDialog::run(m_session, m_session.context().reporter, this);
     refresh();
 }

@@ -35,6 +35,8 @@ public:
     void restoreVehicle();
     // "Fuel", "Repairs", "Trips": a new entry through its form, kept when saved with an odometer.
     void addEntry(int entryType);
+    // "View Data": the History screen; the log is reopened when it closes.
+    void viewData();
 
     VehicleSelector *vehicleSelector() const { return m_selector; }
     TileCounter *odometerCounter() const { return m_odometer; }
@@ -49,6 +51,7 @@ public:
     QAction *fuelAction() const { return m_fuelAction; }
     QAction *repairsAction() const { return m_repairsAction; }
     QAction *tripsAction() const { return m_tripsAction; }
+    QAction *viewDataAction() const { return m_viewDataAction; }
 
     static QString preferenceSection();
 
@@ -84,4 +87,5 @@ private:
     QAction *m_fuelAction = nullptr;
     QAction *m_repairsAction = nullptr;
     QAction *m_tripsAction = nullptr;
+    QAction *m_viewDataAction = nullptr;
 };
