@@ -319,10 +319,18 @@ void HistoryDialog::refill(bool reload)
 {
     if (reload)
         m_log.load(m_reporter);
-    const DataViewFilter::Type before = m_model->viewType();
+    // A refill of the same view keeps the widths on screen, saved or not; a new view reads its own.
+    QHeaderView *header = m_table->horizontalHeader();
+    QList<int> widths;
+    if (m_model->viewType() == m_filter.type) {
+        for (int i = 0; i < header->count(); ++i)
+            widths.append(header->sectionSize(i));
+    }
     m_model->setEntries(&m_log.entries(), m_filter, m_session.context().clock.now());
-    if (m_model->viewType() != before || reload)
+    if (widths.isEmpty())
         applyColumns();
+    for (int i = 0; i < widths.size() && i < header->count(); ++i)
+        header->resizeSection(i, widths[i]);
     const int rows = m_model->rowCount();
     if (m_lastSelected >= rows)
         m_lastSelected = rows - 1;

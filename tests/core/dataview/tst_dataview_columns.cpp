@@ -2,6 +2,7 @@
 
 #include "dataview/DataViewColumns.h"
 #include "dataview/EntryTableModel.h"
+#include "dataview/ListAppearance.h"
 #include "platform/LocaleFormats.h"
 #include "platform/Preferences.h"
 #include "platform/SettingsStore.h"
@@ -87,6 +88,7 @@ private slots:
     void cells();
     void sharedWidths();
     void model();
+    void appearance();
 };
 
 void TestDataViewColumns::headers()
@@ -192,6 +194,21 @@ void TestDataViewColumns::model()
     QCOMPARE(model.positionAt(1), 3);
     model.setEntries(nullptr, filter, 0);
     QCOMPARE(model.rowCount(), 0);
+}
+
+void TestDataViewColumns::appearance()
+{
+    MemorySettingsStore store;
+    Preferences preferences(store);
+    QCOMPARE(ListFont::read(preferences), (ListFont { -11, 400, 0, 0, 0, u"Tahoma"_s }));
+    QVERIFY(ListAppearance::shadeAlternateRows(preferences));
+    const ListFont chosen { -15, 700, 1, 0, 2, u"DejaVu Sans"_s };
+    chosen.write(preferences);
+    QCOMPARE(ListFont::read(preferences), chosen);
+    QCOMPARE(preferences.getInt(u"MainFont"_s, u"Height"_s, 0), -15);
+    ListAppearance::setShadeAlternateRows(preferences, false);
+    QVERIFY(!ListAppearance::shadeAlternateRows(preferences));
+    QCOMPARE(preferences.getInt(u"ListAttributes"_s, u"ShadeAlternateRows"_s, 9), 0);
 }
 
 QTEST_GUILESS_MAIN(TestDataViewColumns)
