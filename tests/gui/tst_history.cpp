@@ -3,6 +3,7 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -114,6 +115,7 @@ private slots:
     void cleanup();
     void screenshots();
     void walk();
+    void deleteAllThenMainScreen();
 
 private:
     void shoot(QWidget *widget, const QString &name);
@@ -279,6 +281,29 @@ void TestHistory::screenshots()
         QVERIFY(dialog.width() <= size.width());
     }
     QCOMPARE(m_reporter.texts(), QStringList());
+}
+
+void TestHistory::deleteAllThenMainScreen()
+{
+    const QByteArray before = fileBytes(vcb());
+    QCOMPARE(m_session->scan().lastOdometer, 12884.0);
+    bool ran = false;
+    QTimer::singleShot(0, [&] {
+        auto *dialog = qobject_cast<HistoryDialog *>(QApplication::activeModalWidget());
+        QVERIFY(dialog);
+        m_reporter.setNextAnswer(true);
+        dialog->deleteAll();
+        QCOMPARE(dialog->model()->rowCount(), 0);
+        dialog->findChild<QMenuBar *>()->actions().last()->trigger(); // "Exit"
+        ran = true;
+    });
+    HistoryDialog::run(*m_session, m_reporter, nullptr);
+    QVERIFY(ran);
+    QCOMPARE(m_reporter.texts(), QStringList { u"DELETE ALL DATA! ARE YOU SURE?"_s });
+    QCOMPARE(fileBytes(m_context->paths.dataFolder() + u"MYCAR0001.bak"_s), before);
+    // The session has read the emptied log again.
+    QCOMPARE(m_session->entries().size(), 0u);
+    QCOMPARE(m_session->scan().lastOdometer, 0.0);
 }
 
 QTEST_MAIN(TestHistory)
