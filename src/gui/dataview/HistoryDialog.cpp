@@ -225,6 +225,12 @@ void HistoryDialog::layOut(QMenuBar *bar)
             periods->addWidget(button);
     }
     periods->addStretch(1);
+    // Three small pictures of the kinds of entry, for decoration only.
+    for (int icon : { 0, 1, 19 }) {
+        auto *picture = new QLabel(this);
+        picture->setPixmap(IconArt::entryPixmap(icon, 20, devicePixelRatioF()));
+        periods->addWidget(picture);
+    }
     layout->addLayout(periods);
 
     auto *types = new QHBoxLayout;
