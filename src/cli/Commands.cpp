@@ -2,9 +2,12 @@
 
 #include "AddCommand.h"
 #include "BackupCommand.h"
+#include "DeleteCommand.h"
 #include "DueCommand.h"
 #include "DumpCommand.h"
+#include "EditCommand.h"
 #include "FullBackupCommand.h"
+#include "InsertCommand.h"
 #include "LocationsCommand.h"
 #include "LogCommand.h"
 #include "ProfileCommand.h"
@@ -31,5 +34,9 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<FullRestoreCommand>());
     commands.push_back(std::make_unique<VehicleCommand>());
     commands.push_back(std::make_unique<StatsCommand>());
+    commands.push_back(std::make_unique<InsertCommand>());
+    commands.push_back(std::make_unique<EditCommand>());
+    commands.push_back(std::make_unique<DeleteCommand>());
+    commands.push_back(std::make_unique<DeleteAllCommand>());
     return commands;
 }

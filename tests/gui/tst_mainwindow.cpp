@@ -404,9 +404,10 @@ void TestMainWindow::menuItemsAndShortcuts()
     QCOMPARE(top.size(), 1);
     QCOMPARE(top.first()->text().remove(u'&'), u"TOOLS"_s);
     QMenu *tools = top.first()->menu();
-    QCOMPARE(menuTexts(tools),
-             (QStringList { u"Fuel"_s, u"Repairs"_s, u"Trips"_s, u"Reminders"_s, u"Setup / Edit"_s, u"Help"_s,
-                            u"About"_s, u"Statistics"_s, u"Backup / Restore"_s }));
+    QCOMPARE(
+        menuTexts(tools),
+        (QStringList { u"Fuel"_s, u"Repairs"_s, u"Trips"_s, u"Reminders"_s, u"View Data"_s, u"Setup / Edit"_s,
+                       u"Help"_s, u"About"_s, u"Statistics"_s, u"Backup / Restore"_s }));
     QMenu *storage = tools->actions().last()->menu();
     QVERIFY(storage);
     QCOMPARE(
@@ -416,11 +417,11 @@ void TestMainWindow::menuItemsAndShortcuts()
     // Every command has its own key.
     QSet<QKeySequence> keys;
     for (QAction *action : { w.helpAction(), w.aboutAction(), w.backupAction(), w.restoreAction(),
-                             w.fuelAction(), w.repairsAction(), w.tripsAction() }) {
+                             w.fuelAction(), w.repairsAction(), w.tripsAction(), w.viewDataAction() }) {
         QVERIFY2(!action->shortcut().isEmpty(), qPrintable(action->text()));
         keys.insert(action->shortcut());
     }
-    QCOMPARE(keys.size(), 7);
+    QCOMPARE(keys.size(), 8);
     QCOMPARE(w.helpAction()->shortcut(), QKeySequence(QKeySequence::HelpContents));
 }
 

@@ -6,6 +6,7 @@
 #include "HelpLauncher.h"
 #include "VehicleSelector.h"
 #include "calc/CounterTiles.h"
+#include "dataview/HistoryDialog.h"
 #include "forms/EntryFormRunner.h"
 #include "platform/CFormat.h"
 #include "reminders/ReminderDialog.h"
@@ -125,8 +126,13 @@ void MainWindow::buildActions()
     m_tripsAction->setIconText(u"Trips"_s);
     connect(m_tripsAction, &QAction::triggered, this, [this] { addEntry(CVCItem::Trip); });
 
+    m_viewDataAction = new QAction(IconArt::icon(IconArt::Picture::Inspection), u"&View Data"_s, this);
+    m_viewDataAction->setShortcut(QKeySequence(u"Ctrl+D"_s));
+    m_viewDataAction->setIconText(u"View Data"_s);
+    connect(m_viewDataAction, &QAction::triggered, this, &MainWindow::viewData);
+
     for (QAction *action : { m_helpAction, m_aboutAction, m_backupAction, m_restoreAction, m_fuelAction,
-                             m_repairsAction, m_tripsAction })
+                             m_repairsAction, m_tripsAction, m_viewDataAction })
         action->setToolTip(action->text().remove(u'&') + u" ("_s
                            + action->shortcut().toString(QKeySequence::NativeText) + u')');
 
@@ -138,6 +144,7 @@ void MainWindow::buildActions()
     QAction *reminders = tools->addAction(
         u"&Reminders"_s, this, [this] { ReminderDialog::showReminders(m_session, m_chooser, this); });
     reminders->setObjectName(u"remindersAction"_s);
+    tools->addAction(m_viewDataAction);
     m_setupAction = tools->addAction(u"&Setup / Edit"_s, this, &MainWindow::showSetup);
     tools->addSeparator();
     tools->addAction(m_helpAction);
@@ -164,6 +171,7 @@ void MainWindow::buildActions()
     bar->addAction(m_fuelAction);
     bar->addAction(m_repairsAction);
     bar->addAction(m_tripsAction);
+    bar->addAction(m_viewDataAction);
     bar->addSeparator();
     bar->addAction(m_backupAction);
     bar->addAction(m_restoreAction);
@@ -392,5 +400,11 @@ void MainWindow::addEntry(int entryType)
 void MainWindow::showSetup()
 {
     SetupRunner::run(m_session, m_session.context().reporter, this);
+    refresh();
+}
+
+void MainWindow::viewData()
+{
+    HistoryDialog::run(m_session, m_session.context().reporter, this);
     refresh();
 }

@@ -37,6 +37,8 @@ public:
     void addEntry(int entryType);
     // "Setup / Edit": vehicles and their settings, then everything reloaded.
     void showSetup();
+    // "View Data": the History screen; the log is reopened when it closes.
+    void viewData();
 
     VehicleSelector *vehicleSelector() const { return m_selector; }
     TileCounter *odometerCounter() const { return m_odometer; }
@@ -52,6 +54,7 @@ public:
     QAction *repairsAction() const { return m_repairsAction; }
     QAction *tripsAction() const { return m_tripsAction; }
     QAction *setupAction() const { return m_setupAction; }
+    QAction *viewDataAction() const { return m_viewDataAction; }
 
     static QString preferenceSection();
 
@@ -88,4 +91,5 @@ private:
     QAction *m_repairsAction = nullptr;
     QAction *m_tripsAction = nullptr;
     QAction *m_setupAction = nullptr;
+    QAction *m_viewDataAction = nullptr;
 };
