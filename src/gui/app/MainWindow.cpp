@@ -7,7 +7,7 @@
 #include "VehicleSelector.h"
 #include "calc/CounterTiles.h"
 #include "forms/EntryFormRunner.h"
-#include "platform/CFormat.h"
+#include "log/VehicleBackup.h"
 #include "session/VehicleSession.h"
 #include "widgets/IconArt.h"
 #include "widgets/TileCounter.h"
@@ -325,7 +325,8 @@ void MainWindow::backupVehicle()
 
 void MainWindow::restoreVehicle()
 {
-    const QString proposed = cformat("%s.bak", m_session.vehicle().vin.toUtf8().constData());
+    // An empty VIN proposes "UnKnown.bak", the name a backup of that vehicle gets.
+    const QString proposed = VehicleBackup::proposedRestoreName(m_session.vehicle().vin);
     const QString file
         = m_chooser.chooseOpenFile(this, u"Vehicle Restore"_s, m_session.context().paths.root(), proposed,
                                    u"Backups (*.bak);;All files (*)"_s);
