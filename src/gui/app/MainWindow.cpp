@@ -18,6 +18,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QMenuBar>
+#include <QScreen>
 #include <QSignalBlocker>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -74,7 +75,9 @@ MainWindow::MainWindow(VehicleSession &session, FileChooser &chooser, HelpLaunch
     setWindowIcon(IconArt::icon(IconArt::Picture::Fuel));
     buildActions();
     setCentralWidget(buildCentre());
-    resize(480, 640);
+    // A 480x640 window, or less on a smaller screen (the frame's title bar needs room too).
+    const QSize screen = this->screen()->availableSize();
+    resize(qMin(480, screen.width()), qMin(640, screen.height() - 32));
     refresh();
 }
 
@@ -120,11 +123,25 @@ void MainWindow::buildActions()
     m_tripsAction->setIconText(u"Trips"_s);
     connect(m_tripsAction, &QAction::triggered, this, [this] { addEntry(CVCItem::Trip); });
 
+    // Ctrl+Q quits from anywhere in the window; it has no line of its own in the TOOLS menu.
+    m_quitAction = new QAction(u"&Quit"_s, this);
+    m_quitAction->setShortcut(QKeySequence(u"Ctrl+Q"_s));
+    m_quitAction->setShortcutContext(Qt::ApplicationShortcut);
+    connect(m_quitAction, &QAction::triggered, this, &QWidget::close);
+    addAction(m_quitAction);
+
     for (QAction *action : { m_helpAction, m_aboutAction, m_backupAction, m_restoreAction, m_fuelAction,
                              m_repairsAction, m_tripsAction })
         action->setToolTip(action->text().remove(u'&') + u" ("_s
                            + action->shortcut().toString(QKeySequence::NativeText) + u')');
+    buildMenu();
+    buildToolBar();
+}
 
+// The TOOLS menu: every command. A new command is one action made in buildActions() and one
+// line here.
+void MainWindow::buildMenu()
+{
     QMenu *tools = menuBar()->addMenu(u"&TOOLS"_s);
     tools->setObjectName(u"toolsMenu"_s);
     tools->addAction(m_fuelAction);
@@ -137,7 +154,12 @@ void MainWindow::buildActions()
     QMenu *storage = tools->addMenu(u"&Backup / Restore"_s);
     storage->addAction(m_backupAction);
     storage->addAction(m_restoreAction);
+}
 
+// The toolbar keeps only the commands used most, so that it fits a 480 px wide screen without
+// hiding any of them behind its overflow button; the rest are in the TOOLS menu.
+void MainWindow::buildToolBar()
+{
     QToolBar *bar = addToolBar(u"TOOLS"_s);
     bar->setObjectName(u"toolsBar"_s);
     bar->setMovable(false);
@@ -147,11 +169,7 @@ void MainWindow::buildActions()
     bar->addAction(m_repairsAction);
     bar->addAction(m_tripsAction);
     bar->addSeparator();
-    bar->addAction(m_backupAction);
-    bar->addAction(m_restoreAction);
-    bar->addSeparator();
     bar->addAction(m_helpAction);
-    bar->addAction(m_aboutAction);
     for (QAction *action : bar->actions())
         if (QWidget *button = bar->widgetForAction(action))
             button->setMinimumHeight(MinimumControlHeight);
@@ -180,6 +198,16 @@ QWidget *MainWindow::buildCentre()
     m_selector->setAccessibleName(u"Vehicle"_s);
     m_selector->setMinimumHeight(MinimumControlHeight + 4);
     body->addWidget(m_selector);
+
+    // Until a vehicle is chosen there is nothing to log into.
+    m_chooseHint = new QLabel(u"Choose a vehicle to start logging"_s, column);
+    m_chooseHint->setObjectName(u"chooseHint"_s);
+    m_chooseHint->setWordWrap(true);
+    m_chooseHint->setAlignment(Qt::AlignHCenter);
+    QFont hintFont = m_chooseHint->font();
+    hintFont.setBold(true);
+    m_chooseHint->setFont(hintFont);
+    body->addWidget(m_chooseHint);
     connect(m_selector, &QComboBox::currentIndexChanged, this, &MainWindow::selectionChanged);
     connect(m_selector, &VehicleSelector::popupShown, this, &MainWindow::dropDownOpened);
     connect(m_selector, &VehicleSelector::popupHidden, this, &MainWindow::dropDownClosed);
@@ -230,6 +258,11 @@ void MainWindow::refresh()
     fillSelector();
     showCounters();
     showReminders();
+    // New entries need a chosen vehicle: otherwise they would go to a log nobody sees.
+    const bool chosen = m_session.currentVehicleIndex() >= 0;
+    for (QAction *action : { m_fuelAction, m_repairsAction, m_tripsAction })
+        action->setEnabled(chosen);
+    m_chooseHint->setVisible(!chosen);
 }
 
 void MainWindow::fillSelector()
@@ -360,6 +393,8 @@ void MainWindow::closeEvent(QCloseEvent *event)
 
 void MainWindow::addEntry(int entryType)
 {
+    if (m_session.currentVehicleIndex() < 0)
+        return;
     // The session reopens the log after a save (a failed one too): show what it holds now.
     EntryFormRunner::addNew(m_session, CVCItem::EntryType(entryType), m_session.context().reporter, this);
     refresh();

@@ -42,6 +42,7 @@ public:
     TileCounter *averageEconomyCounter() const { return m_average; }
     QListWidget *reminderList() const { return m_reminders; }
     QLabel *noRemindersLabel() const { return m_noReminders; }
+    QLabel *chooseVehicleHint() const { return m_chooseHint; }
     QAction *helpAction() const { return m_helpAction; }
     QAction *aboutAction() const { return m_aboutAction; }
     QAction *backupAction() const { return m_backupAction; }
@@ -49,6 +50,7 @@ public:
     QAction *fuelAction() const { return m_fuelAction; }
     QAction *repairsAction() const { return m_repairsAction; }
     QAction *tripsAction() const { return m_tripsAction; }
+    QAction *quitAction() const { return m_quitAction; }
 
     static QString preferenceSection();
 
@@ -57,6 +59,8 @@ protected:
 
 private:
     void buildActions();
+    void buildMenu();
+    void buildToolBar();
     QWidget *buildCentre();
     void selectionChanged(int index);
     void dropDownOpened();
@@ -84,4 +88,6 @@ private:
     QAction *m_fuelAction = nullptr;
     QAction *m_repairsAction = nullptr;
     QAction *m_tripsAction = nullptr;
+    QAction *m_quitAction = nullptr;
+    QLabel *m_chooseHint = nullptr;
 };
