@@ -174,8 +174,9 @@ void TestForms::fuelNewFillUp()
     QTest::keyClicks(dialog.quantityEdit(), u"10"_s);
     // 600 miles since the last full fill-up on 10 gallons: 60 MPG, shown while typing.
     QCOMPARE(dialog.economyEdit()->text(), u"60.00"_s);
-    QCOMPARE(dialog.totalEdit()->text(), u"0"_s);
-    QTest::keyClicks(dialog.priceEdit(), u"3.459"_s);
+    QCOMPARE(dialog.totalEdit()->text(), u"0.00"_s);
+    // Money in cents while typing; the entry keeps the exact product.
+    QTest::keyClicks(dialog.priceEdit(), u"3.4591"_s);
     QCOMPARE(dialog.totalEdit()->text(), u"34.59"_s);
     QCOMPARE(dialog.economyEdit()->text(), u"60.00"_s);
     dialog.stationCombo()->setFocus();
@@ -196,9 +197,9 @@ void TestForms::fuelNewFillUp()
     expected.station = u"Main St"_s;
     expected.temperature = -5;
     expected.notFull = 1;
-    expected.amount = 34.59;
+    expected.amount = 10 * 3.4591;
     expected.fuelQuantity = 10;
-    expected.unitPrice = 3.459;
+    expected.unitPrice = 3.4591;
     expected.economy = record.economy;
     QCOMPARE(cformat("%.2f", record.economy), u"60.00"_s);
     QVERIFY(record == expected);

@@ -4,10 +4,11 @@
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QRegularExpression>
-#include <QScreen>
 #include <QTextBrowser>
 #include <QUrl>
 #include <QVBoxLayout>
+
+#include "widgets/ScreenFit.h"
 
 using namespace Qt::StringLiterals;
 
@@ -65,9 +66,7 @@ HelpDialog::HelpDialog(const QString &section, QWidget *parent)
     layout->addWidget(buttons);
 
     // A comfortable reading size, never more than the screen it opens on.
-    const QScreen *screen = parent ? parent->screen() : this->screen();
-    const QSize available = screen->availableSize();
-    resize(qMin(720, available.width()), qMin(820, available.height() - 32));
+    ScreenFit::resize(this, QSize(720, 820));
     m_browser->setFocus();
 }
 

@@ -10,6 +10,7 @@
 #include "log/VehicleBackup.h"
 #include "session/VehicleSession.h"
 #include "widgets/IconArt.h"
+#include "widgets/ScreenFit.h"
 #include "widgets/TileCounter.h"
 
 #include <QCloseEvent>
@@ -18,7 +19,6 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QMenuBar>
-#include <QScreen>
 #include <QSignalBlocker>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -76,8 +76,7 @@ MainWindow::MainWindow(VehicleSession &session, FileChooser &chooser, HelpLaunch
     buildActions();
     setCentralWidget(buildCentre());
     // A 480x640 window, or less on a smaller screen (the frame's title bar needs room too).
-    const QSize screen = this->screen()->availableSize();
-    resize(qMin(480, screen.width()), qMin(640, screen.height() - 32));
+    ScreenFit::resize(this, QSize(480, 640));
     refresh();
 }
 

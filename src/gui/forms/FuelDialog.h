@@ -61,6 +61,7 @@ private:
     QCheckBox *m_notFull = nullptr;
     QLineEdit *m_price = nullptr;
     QLabel *m_priceUnit = nullptr;
+    bool m_totalEdited = false;
     QLineEdit *m_temperature = nullptr;
     QLineEdit *m_total = nullptr;
     QLineEdit *m_economy = nullptr;
