@@ -268,6 +268,16 @@ void TestForms::fuelStaysOpen()
     QCOMPARE(dialog.odometerEdit()->text(), u"125"_s);
     QTest::mouseClick(dialog.cancelButton(), Qt::LeftButton);
     QVERIFY(record == before);
+
+    // Ctrl+S saves as the Save button does.
+    FuelDialog again(context(), record, m_lists, m_reporter);
+    again.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&again));
+    again.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&again));
+    QTest::keyClick(again.odometerEdit(), Qt::Key_S, Qt::ControlModifier);
+    QCOMPARE(again.result(), int(QDialog::Accepted));
+    QCOMPARE(record.odometer, 12000.0);
 }
 
 void TestForms::fuelStationListRefills()
