@@ -165,6 +165,7 @@ void TestForms::fuelNewFillUp()
     dialog.show();
     QCOMPARE(dialog.odometerEdit()->text(), u"12000"_s);
     QCOMPARE(dialog.unitCombo()->currentText(), u"Gallons"_s);
+    QCOMPARE(dialog.priceUnitLabel()->text(), u"/ Gallon"_s);
     QCOMPARE(dialog.dateEdit()->date(), QDate(2024, 3, 1));
     // The station list is sorted and skips the empty line.
     QCOMPARE(dialog.stationCombo()->count(), 2);
@@ -245,6 +246,15 @@ void TestForms::fuelOdometerWarning()
 
 void TestForms::fuelStaysOpen()
 {
+    {
+        // A litre vehicle's new entry names its price unit from the start.
+        EntryFormContext litres = context();
+        litres.liquidUnit = 2;
+        CVCItem fresh = newRecord(CVCItem::Fuel);
+        FuelDialog dialog(litres, fresh, m_lists, m_reporter);
+        QCOMPARE(dialog.unitCombo()->currentText(), u"Litres"_s);
+        QCOMPARE(dialog.priceUnitLabel()->text(), u"/ Litre"_s);
+    }
     CVCItem record = newRecord(CVCItem::Fuel);
     const CVCItem before = record;
     FuelDialog dialog(context(), record, m_lists, m_reporter);

@@ -27,6 +27,7 @@ public:
     QComboBox *stationCombo() const { return m_station; }
     QLineEdit *quantityEdit() const { return m_quantity; }
     QComboBox *unitCombo() const { return m_unit; }
+    QLabel *priceUnitLabel() const { return m_priceUnit; }
     QCheckBox *notFullBox() const { return m_notFull; }
     QLineEdit *priceEdit() const { return m_price; }
     QLineEdit *temperatureEdit() const { return m_temperature; }
