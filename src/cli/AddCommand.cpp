@@ -242,8 +242,10 @@ int AddCommand::applyOptions(QCommandLineParser &parser, const EntryFormContext 
         const bool newTrip = record.endOdometer <= 0;
         TripForm form(context, record);
         TripFormValues &values = form.values;
-        options.limitedText(u"contact"_s, TripForm::ComboTextLimit, &values.contact);
-        options.limitedText(u"purpose"_s, TripForm::ComboTextLimit, &values.purpose);
+        if (options.isSet(u"contact"_s))
+            values.contact = options.text(u"contact"_s);
+        if (options.isSet(u"purpose"_s))
+            values.purpose = options.text(u"purpose"_s);
         options.limitedText(u"destination"_s, TripForm::ComboTextLimit, &values.destination);
         options.limitedText(u"note"_s, TripForm::NoteLimit, &values.note);
         options.number(u"tolls"_s, &values.tolls);
@@ -300,17 +302,12 @@ int AddCommand::run(const QStringList &arguments, CliEnvironment &env)
         return Usage;
     }
 
+    // Only the vehicle asked for is opened: opening the last-used one first could move its
+    // damaged log aside for nothing.
+    const QString vehicle = positional.value(0);
     VehicleSession session(env.app);
-    session.start();
-    if (!positional.isEmpty()) {
-        const QString vehicle = positional.first();
-        if (!session.vehicleNames().contains(vehicle)) {
-            env.err << u"Unknown vehicle: "_s << vehicle << u'\n';
-            return 1;
-        }
-        if (vehicle != session.currentVehicleName())
-            session.selectVehicle(vehicle);
-    }
+    if (!session.start(false, vehicle))
+        return 1;
     if (session.currentVehicleIndex() < 0) {
         env.err << u"No vehicle is selected.\n"_s;
         return 1;
@@ -329,6 +326,9 @@ int AddCommand::run(const QStringList &arguments, CliEnvironment &env)
     }
     if (!session.addEntry(record))
         return 1;
+    // A vehicle named here becomes the current one, with its own odometer and reminders.
+    if (!vehicle.isEmpty())
+        session.saveOptions();
     env.out << cformat("Added %s entry at odometer %s.", record.typeText.toUtf8().constData(),
                        EntryForms::numberText(record.odometer).toUtf8().constData())
             << u'\n';

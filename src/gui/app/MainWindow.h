@@ -46,6 +46,7 @@ public:
     TileCounter *averageEconomyCounter() const { return m_average; }
     QListWidget *reminderList() const { return m_reminders; }
     QLabel *noRemindersLabel() const { return m_noReminders; }
+    QLabel *chooseVehicleHint() const { return m_chooseHint; }
     QAction *helpAction() const { return m_helpAction; }
     QAction *aboutAction() const { return m_aboutAction; }
     QAction *backupAction() const { return m_backupAction; }
@@ -55,6 +56,7 @@ public:
     QAction *tripsAction() const { return m_tripsAction; }
     QAction *setupAction() const { return m_setupAction; }
     QAction *viewDataAction() const { return m_viewDataAction; }
+    QAction *quitAction() const { return m_quitAction; }
 
     static QString preferenceSection();
 
@@ -63,6 +65,8 @@ protected:
 
 private:
     void buildActions();
+    void buildMenu();
+    void buildToolBar();
     QWidget *buildCentre();
     void selectionChanged(int index);
     void dropDownOpened();
@@ -92,4 +96,6 @@ private:
     QAction *m_tripsAction = nullptr;
     QAction *m_setupAction = nullptr;
     QAction *m_viewDataAction = nullptr;
+    QAction *m_quitAction = nullptr;
+    QLabel *m_chooseHint = nullptr;
 };
