@@ -2,13 +2,17 @@
 
 #include "AddCommand.h"
 #include "BackupCommand.h"
+#include "DeleteCommand.h"
 #include "DueCommand.h"
 #include "DumpCommand.h"
+#include "EditCommand.h"
 #include "ExportCommand.h"
 #include "FullBackupCommand.h"
+#include "InsertCommand.h"
 #include "LocationsCommand.h"
 #include "LogCommand.h"
 #include "ProfileCommand.h"
+#include "StatsCommand.h"
 #include "StatusCommand.h"
 #include "VehicleCommand.h"
 #include "VehiclesCommand.h"
@@ -30,6 +34,11 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<FullBackupCommand>());
     commands.push_back(std::make_unique<FullRestoreCommand>());
     commands.push_back(std::make_unique<VehicleCommand>());
+    commands.push_back(std::make_unique<StatsCommand>());
+    commands.push_back(std::make_unique<InsertCommand>());
+    commands.push_back(std::make_unique<EditCommand>());
+    commands.push_back(std::make_unique<DeleteCommand>());
+    commands.push_back(std::make_unique<DeleteAllCommand>());
     commands.push_back(std::make_unique<ExportCommand>());
     return commands;
 }

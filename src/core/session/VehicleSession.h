@@ -53,8 +53,9 @@ public:
     // Start-up: options, settings location (templates copied when missing), vehicle list,
     // profile, database open with scan and reminders. Read-only sessions (the CLI's reading
     // commands) create what is missing but never rewrite an existing file. A vehicle name given
-    // here is opened instead of the options' current vehicle, without becoming the current one;
-    // false (after a message) when the settings file has no such vehicle, and nothing is opened.
+    // here is opened instead of the options' current vehicle (saveOptions() then makes it the
+    // current one); false (after a message) when the settings file has no such vehicle, and
+    // nothing is opened.
     bool start(bool readOnly = false, const QString &vehicle = QString());
     // The last start-up step: save the database, the last-done values, SetupDate and Versions.
     void saveAfterStartup();

@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringList>
 
+class QFileDialog;
 class QWidget;
 
 // The file browser: a folder to write into, or a file to read. The program uses the platform's
@@ -35,6 +36,9 @@ public:
                            const QString &proposedName, const QString &filter) override;
     QString chooseSaveFile(QWidget *parent, const QString &caption, const QString &startFolder,
                            const QString &proposedName, const QString &filter) override;
+
+    // Sizes a file dialog to the screen it opens on (a 480x640 screen included).
+    static void fitToScreen(QFileDialog &dialog);
 };
 
 // Answers from a queue (an empty answer, or an empty queue, is a cancel) and remembers what it
