@@ -74,7 +74,6 @@ MainWindow::MainWindow(VehicleSession &session, FileChooser &chooser, HelpLaunch
     , m_help(help)
 {
     setWindowTitle(u"Tarvane"_s);
-    setWindowIcon(IconArt::icon(IconArt::Picture::Fuel));
     buildActions();
     setCentralWidget(buildCentre());
     resize(480, 640);
