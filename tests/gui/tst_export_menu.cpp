@@ -6,6 +6,7 @@
 
 #include "app/FileChooser.h"
 #include "dataview/ExportMenu.h"
+#include "dataview/HistoryDialog.h"
 #include "log/LogArchive.h"
 #include "session/VehicleSession.h"
 
@@ -76,6 +77,7 @@ private slots:
     void menuExportsWithTheScreensFilter();
 };
 
+// The History screen's Options → Export, run with the screen's filter.
 void TestExportMenu::menuExportsWithTheScreensFilter()
 {
     Sandbox sandbox;
@@ -83,12 +85,13 @@ void TestExportMenu::menuExportsWithTheScreensFilter()
     QVERIFY(session.start(false, u"My Car"_s));
     sandbox.reporter.clear();
     ScriptedFileChooser chooser;
-    DataViewFilter filter;
-    filter.type = DataViewFilter::Fuel;
-    filter.period = DataViewFilter::Month;
-    QWidget screen;
-    ExportMenu menu(
-        session, chooser, [&filter] { return filter; }, &screen);
+    HistoryDialog history(session, sandbox.reporter);
+    history.setTypeFilter(DataViewFilter::Fuel);
+    history.setPeriodFilter(DataViewFilter::Month);
+    ExportMenu &menu = *history.exportMenu();
+    menu.setFileChooser(&chooser);
+    QVERIFY(history.optionsMenu()->actions().contains(menu.menuAction()));
+    sandbox.reporter.clear();
 
     QStringList texts;
     for (QAction *action : menu.actions()) {
@@ -113,9 +116,7 @@ void TestExportMenu::menuExportsWithTheScreensFilter()
     QCOMPARE(readAll(out + u"My Car.csv"_s).count("\r\n"), 2);
 
     menu.xmlAction()->trigger(); // not listed by date: refused before the chooser
-    filter.period = DataViewFilter::ByDate;
-    filter.startDate = QDate(2026, 3, 1);
-    filter.endDate = QDate(2026, 3, 31);
+    history.setDateRange(QDate(2026, 3, 1), QDate(2026, 3, 31));
     chooser.enqueue(out);
     menu.xmlAction()->trigger();
     QCOMPARE(readAll(out + u"My Car.xml"_s).count("<Row>"), 2);

@@ -2,15 +2,18 @@
 
 #include "app/FileChooser.h"
 #include "export/ExportSelection.h"
+#include "log/VehicleLog.h"
 #include "session/VehicleSession.h"
 
 using namespace Qt::StringLiterals;
 
-ExportMenu::ExportMenu(VehicleSession &session, FileChooser &chooser, FilterSource filter, QWidget *parent)
+ExportMenu::ExportMenu(VehicleSession &session, Reporter &reporter, Source source, QWidget *parent)
     : QMenu(u"Export"_s, parent)
     , m_session(session)
-    , m_chooser(chooser)
-    , m_filter(std::move(filter))
+    , m_reporter(reporter)
+    , m_source(std::move(source))
+    , m_ownChooser(std::make_unique<DialogFileChooser>())
+    , m_chooser(m_ownChooser.get())
 {
     m_csv = addAction(u"Export CSV"_s, this, [this] { run(Exporter::Format::Csv); });
     m_xml = addAction(u"xls Export by Date"_s, this, [this] { run(Exporter::Format::Xml); });
@@ -26,27 +29,40 @@ ExportMenu::ExportMenu(VehicleSession &session, FileChooser &chooser, FilterSour
     html->setStyleSheet(touchItems);
 }
 
+ExportMenu::~ExportMenu() = default;
+
+void ExportMenu::setFileChooser(FileChooser *chooser)
+{
+    m_chooser = chooser ? chooser : m_ownChooser.get();
+}
+
 bool ExportMenu::run(Exporter::Format format)
 {
     AppContext &context = m_session.context();
-    const DataViewFilter filter = m_filter();
+    const DataViewFilter filter = m_source.filter();
+    const EntryList &entries = m_source.entries();
+    const VehicleSettings &vehicle = m_session.vehicle();
     ExportData data;
     data.vehicleName = m_session.currentVehicleName();
-    data.tripRate = m_session.vehicle().costPerMile;
-    data.lastOdometer = m_session.scan().lastOdometer;
+    data.tripRate = vehicle.costPerMile;
+    // The screen's list may have changed since the session last read the log.
+    EntryList scanned = entries;
+    data.lastOdometer
+        = VehicleLog::scanEntries(scanned, LogScanSettings { vehicle.startOdometer, vehicle.customNames })
+              .lastOdometer;
     data.typeFilter = filter.type;
     data.periodFilter = filter.period;
     data.locale = &context.locale;
     data.clock = &context.clock;
-    data.entries = ExportSelection::forFormat(format, m_session.entries(), filter, context.clock.now());
+    data.entries = ExportSelection::forFormat(format, entries, filter, context.clock.now());
 
     auto exporter = createExporter(format, data);
-    if (!exporter->confirm(context.reporter))
+    if (!exporter->confirm(m_reporter))
         return false;
     const QString myDocuments = context.paths.myDocuments();
     // The page always goes to My Documents; the others into the folder the user picks.
     const QString folder = format == Exporter::Format::Html
         ? myDocuments
-        : m_chooser.chooseFolder(parentWidget(), u"Export"_s, myDocuments);
-    return ExportRun::toFolder(*exporter, folder, context.reporter);
+        : m_chooser->chooseFolder(parentWidget(), u"Export"_s, myDocuments);
+    return ExportRun::toFolder(*exporter, folder, m_reporter);
 }

@@ -3,25 +3,35 @@
 #include <QMenu>
 
 #include <functional>
+#include <memory>
 
 #include "dataview/DataViewFilter.h"
 #include "export/Exporter.h"
 
 class FileChooser;
+class Reporter;
 class VehicleSession;
 
 // The History screen's "Export" sub-menu: "Export CSV", "xls Export by Date" and "Export HTML"
 // with "&Export ALL data " and "Excel Exports" (which does nothing, as it always has). Each
-// export reads the screen's filter at the moment it runs; messages go through the session's
-// reporter.
+// export reads the screen's list and filter at the moment it runs.
 class ExportMenu : public QMenu
 {
     Q_OBJECT
 
 public:
-    using FilterSource = std::function<DataViewFilter()>;
+    // What the screen shows: its entry list and its filter.
+    struct Source
+    {
+        std::function<const EntryList &()> entries;
+        std::function<DataViewFilter()> filter;
+    };
 
-    ExportMenu(VehicleSession &session, FileChooser &chooser, FilterSource filter, QWidget *parent = nullptr);
+    ExportMenu(VehicleSession &session, Reporter &reporter, Source source, QWidget *parent = nullptr);
+    ~ExportMenu() override;
+
+    // The folder chooser; the platform's dialog unless tests set their own.
+    void setFileChooser(FileChooser *chooser);
 
     QAction *csvAction() const { return m_csv; }
     QAction *xmlAction() const { return m_xml; }
@@ -33,8 +43,10 @@ public:
 
 private:
     VehicleSession &m_session;
-    FileChooser &m_chooser;
-    FilterSource m_filter;
+    Reporter &m_reporter;
+    Source m_source;
+    std::unique_ptr<FileChooser> m_ownChooser;
+    FileChooser *m_chooser;
     QAction *m_csv = nullptr;
     QAction *m_xml = nullptr;
     QAction *m_htmlAll = nullptr;

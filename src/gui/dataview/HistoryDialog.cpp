@@ -19,6 +19,7 @@
 
 #include <array>
 
+#include "ExportMenu.h"
 #include "dataview/DataViewColumns.h"
 #include "dataview/EntryTableModel.h"
 #include "dataview/ListAppearance.h"
@@ -189,7 +190,14 @@ void HistoryDialog::buildMenu(QMenuBar *bar)
     m_shadeAction = m_options->addAction(u"Shade alternate rows"_s);
     m_shadeAction->setCheckable(true);
     connect(m_shadeAction, &QAction::toggled, this, &HistoryDialog::setShadeRows);
-    // mark: "Import CSV", then the "Export" sub-menu
+    // mark: "Import CSV"
+    m_exportMenu = new ExportMenu(m_session, m_reporter,
+                                  { [this]() -> const EntryList & { return m_log.entries(); },
+                                    [this] {
+                                        return m_filter;
+                                    } },
+                                  this);
+    m_options->addMenu(m_exportMenu);
     addCommand(m_options, u"Edit Selected"_s, &HistoryDialog::editSelected);
     addCommand(m_options, u"Reconcile Data"_s, &HistoryDialog::reconcile);
     // The charts read the log file afresh; every change here has been saved by then.

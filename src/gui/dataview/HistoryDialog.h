@@ -8,6 +8,7 @@
 #include "dataview/DataViewLog.h"
 
 class EntryTableModel;
+class ExportMenu;
 class QAbstractButton;
 class QAbstractItemModel;
 class QAction;
@@ -52,6 +53,7 @@ public:
     QTableView *table() const { return m_table; }
     EntryTableModel *model() const { return m_model; }
     QMenu *optionsMenu() const { return m_options; }
+    ExportMenu *exportMenu() const { return m_exportMenu; }
     // The position in the log of the selected row, -1 when none is selected.
     int selectedPosition() const;
     void selectRow(int row);
@@ -78,6 +80,7 @@ private:
     Reporter &m_reporter;
     DataViewLog m_log;
     DataViewFilter m_filter;
+    ExportMenu *m_exportMenu = nullptr;
     int m_lastSelected = -1;
 
     EntryTableModel *m_model = nullptr;
