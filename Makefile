@@ -43,7 +43,7 @@ test-package: package
 test-asan: deps
 	./scripts/install-deps.sh --ci
 	CC=clang CXX=clang++ cmake -S . -B $(BUILD_ASAN) -G Ninja -DCMAKE_BUILD_TYPE=Debug \
-	    -DTARVANE_SANITIZE=ON -DTARVANE_FUZZ=ON -DTARVANE_BENCH=OFF
+	    -DTARVANE_SANITIZE=ON -DTARVANE_FUZZ=ON -DTARVANE_BENCH=OFF $(CMAKE_FLAGS)
 	cmake --build $(BUILD_ASAN) -j $(JOBS)
 	cd $(BUILD_ASAN) && ASAN_OPTIONS=detect_leaks=0 UBSAN_OPTIONS=print_stacktrace=1 \
 	    ctest --output-on-failure -j $(JOBS)
