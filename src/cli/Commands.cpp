@@ -4,8 +4,10 @@
 #include "BackupCommand.h"
 #include "DumpCommand.h"
 #include "FullBackupCommand.h"
+#include "ImportCommand.h"
 #include "LocationsCommand.h"
 #include "LogCommand.h"
+#include "MapCommand.h"
 #include "ProfileCommand.h"
 #include "StatusCommand.h"
 #include "VehiclesCommand.h"
@@ -25,5 +27,7 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<LocationsCommand>());
     commands.push_back(std::make_unique<FullBackupCommand>());
     commands.push_back(std::make_unique<FullRestoreCommand>());
+    commands.push_back(std::make_unique<ImportCommand>());
+    commands.push_back(std::make_unique<MapCommand>());
     return commands;
 }
