@@ -109,8 +109,13 @@ quint32 CsvRecordConverter::time(const CsvRecord &record, int field) const
     const ImportValues::DateTime value = ImportValues::dateTime(text(record, field), m_settings.dateOrder);
     if (!value.isValid())
         return 0;
-    const QDateTime local(value.date, value.time.isValid() ? value.time : QTime(0, 0));
-    const qint64 seconds = local.toSecsSinceEpoch();
+    const QTime time = value.time.isValid() ? value.time : QTime(0, 0);
+    // Local time conversions are slow; a file's dates repeat, so each hour's start is worked out once.
+    const qint64 hourKey = value.date.toJulianDay() * 24 + time.hour();
+    auto start = m_hourStarts.constFind(hourKey);
+    if (start == m_hourStarts.cend())
+        start = m_hourStarts.insert(hourKey, QDateTime(value.date, QTime(time.hour(), 0)).toSecsSinceEpoch());
+    const qint64 seconds = *start + time.minute() * 60 + time.second();
     return seconds >= 0 && seconds <= 0xFFFFFFFFLL ? quint32(seconds) : 0;
 }
 

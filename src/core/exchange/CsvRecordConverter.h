@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QString>
 
 #include <array>
@@ -55,4 +56,5 @@ private:
 
     ImportMap m_map;
     CsvConversionSettings m_settings;
+    mutable QHash<qint64, qint64> m_hourStarts; // local hour (Julian day * 24 + hour) -> its seconds
 };

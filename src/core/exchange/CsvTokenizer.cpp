@@ -15,28 +15,27 @@ bool isBlank(char c)
 
 // The field as the import stores it: line-end characters, one pair of quotes, blanks and a left-over
 // separator removed; nothing left is a single blank.
-QString trimmed(QByteArray raw)
+QString trimmed(const char *raw, qsizetype size)
 {
-    while (raw.endsWith('\r') || raw.endsWith('\n'))
-        raw.chop(1);
-    if (raw.startsWith('"'))
-        raw.remove(0, 1);
-    if (raw.endsWith('"'))
-        raw.chop(1);
     qsizetype begin = 0;
-    qsizetype end = raw.size();
-    while (begin < end && isBlank(raw.at(begin)))
-        ++begin;
-    while (end > begin && isBlank(raw.at(end - 1)))
+    qsizetype end = size;
+    while (end > begin && (raw[end - 1] == '\r' || raw[end - 1] == '\n'))
         --end;
-    raw = raw.sliced(begin, end - begin);
-    if (raw.endsWith("\","))
-        raw.chop(2);
-    if (raw.endsWith(','))
-        raw.chop(1);
-    if (raw.isEmpty())
+    if (end > begin && raw[begin] == '"')
+        ++begin;
+    if (end > begin && raw[end - 1] == '"')
+        --end;
+    while (begin < end && isBlank(raw[begin]))
+        ++begin;
+    while (end > begin && isBlank(raw[end - 1]))
+        --end;
+    if (end - begin >= 2 && raw[end - 2] == '"' && raw[end - 1] == ',')
+        end -= 2;
+    if (end > begin && raw[end - 1] == ',')
+        --end;
+    if (end == begin)
         return u" "_s;
-    return QString::fromLatin1(raw.left(CsvTokenizer::FieldCut));
+    return QString::fromLatin1(raw + begin, qMin<qsizetype>(end - begin, CsvTokenizer::FieldCut));
 }
 
 } // namespace
@@ -93,6 +92,7 @@ bool CsvTokenizer::fill()
             m_failure = Failure::ReadError;
         return false;
     }
+    m_chunkOffset += m_chunkSize;
     m_chunkSize = n;
     m_chunkPos = 0;
     return true;
@@ -124,14 +124,20 @@ CsvTokenizer::Status CsvTokenizer::next(CsvRecord &record)
 {
     if (m_failure != Failure::None)
         return Status::Error;
-    if (!m_device || !m_device->seek(m_recordStart))
-        return fail(Failure::ReadError);
-    m_eof = false;
-    m_chunkSize = 0;
-    m_chunkPos = 0;
     m_consumed = 0;
-    if (!fill())
-        return m_failure == Failure::None ? Status::End : Status::Error;
+    if (m_recordStart >= m_chunkOffset && m_recordStart < m_chunkOffset + m_chunkSize) {
+        // The record starts inside the chunk read last: the bytes from its offset are already here.
+        m_chunkPos = m_recordStart - m_chunkOffset;
+    } else {
+        if (!m_device || !m_device->seek(m_recordStart))
+            return fail(Failure::ReadError);
+        m_eof = false;
+        m_chunkSize = 0;
+        m_chunkPos = 0;
+        m_chunkOffset = m_recordStart;
+        if (!fill())
+            return m_failure == Failure::None ? Status::End : Status::Error;
+    }
 
     m_line = m_nextLine;
     record.count = 0;
@@ -139,7 +145,7 @@ CsvTokenizer::Status CsvTokenizer::next(CsvRecord &record)
         field = u" "_s;
 
     for (;;) {
-        m_raw.clear();
+        qsizetype size = 0;
         const bool quoted = peek() == '"';
         FieldEnd end = EndOfField;
         for (;;) {
@@ -159,8 +165,8 @@ CsvTokenizer::Status CsvTokenizer::next(CsvRecord &record)
                     get();
                 break;
             }
-            m_raw.append(char(c));
-            if (m_raw.size() > FieldLimit) {
+            m_raw[size++] = char(c);
+            if (size > FieldLimit) {
                 end = Failed;
                 break;
             }
@@ -171,7 +177,7 @@ CsvTokenizer::Status CsvTokenizer::next(CsvRecord &record)
             return fail(Failure::FieldTooLong);
         if (record.count == CsvRecord::MaxFields)
             return fail(Failure::TooManyFields);
-        record.fields[size_t(record.count++)] = trimmed(m_raw);
+        record.fields[size_t(record.count++)] = trimmed(m_raw, size);
         if (end == EndOfRecord)
             break;
     }

@@ -64,9 +64,10 @@ private:
     int m_nextLine;
     Failure m_failure = Failure::None;
     char m_chunk[ChunkSize];
+    qint64 m_chunkOffset = 0; // the file offset of the chunk's first byte
     qint64 m_chunkSize = 0;
     qint64 m_chunkPos = 0;
     qint64 m_consumed = 0; // bytes of the current record taken so far
     bool m_eof = false;
-    QByteArray m_raw;
+    char m_raw[FieldLimit + 1];
 };

@@ -1,6 +1,7 @@
 #include "ImportValues.h"
 
 #include <array>
+#include <charconv>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -133,16 +134,18 @@ double number(QStringView text)
         else if (!(c.isSpace() || c == u'+' || isCurrency(c)))
             break;
     }
-    QByteArray digits;
+    // The digits go to a small buffer; longer numbers than it holds are cut, as no log value needs them.
+    char digits[64];
+    int length = 0;
     bool any = false;
     bool point = false;
-    for (; i < text.size(); ++i) {
+    for (; i < text.size() && length < int(sizeof digits); ++i) {
         const QChar c = text[i];
         if (isDigit(c)) {
-            digits.append(char(c.unicode()));
+            digits[length++] = char(c.unicode());
             any = true;
         } else if (c == u'.' && !point) {
-            digits.append('.');
+            digits[length++] = '.';
             point = true;
         } else if (c == u',' && any && !point && i + 3 < text.size() && isDigit(text[i + 1])
                    && isDigit(text[i + 2]) && isDigit(text[i + 3])
@@ -154,8 +157,10 @@ double number(QStringView text)
     }
     if (!any)
         return 0.0;
-    const double value = digits.toDouble();
-    if (!std::isfinite(value))
+    double value = 0.0;
+    // from_chars never looks at the process locale, unlike strtod.
+    const std::from_chars_result result = std::from_chars(digits, digits + length, value);
+    if (result.ec != std::errc() || !std::isfinite(value))
         return 0.0;
     return negative ? -value : value;
 }
