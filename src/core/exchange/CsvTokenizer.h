@@ -20,7 +20,8 @@ struct CsvRecord
 };
 
 // A pull reader of the records of a CSV file, from a start offset (the header's length). Each
-// record is read from its own offset in chunks of at most 512 bytes, as 8-bit text.
+// record is read from its own offset in chunks of at most 512 bytes, as 8-bit text; a record that
+// begins inside the chunk read last goes on from there instead of reading those bytes again.
 //
 // A field that starts with a double quote ends at a quote followed by a comma, any other at a
 // comma; a line end ("\r\n", "\n" or "\r") ends the field and the record. The first failure

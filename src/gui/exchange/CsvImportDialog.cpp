@@ -30,6 +30,8 @@ QPushButton *button(const QString &text)
 {
     auto *b = new QPushButton(text);
     b->setMinimumHeight(MinimumControlHeight);
+    // Enter in the lists assigns; it must never press a button (IMPORT least of all).
+    b->setAutoDefault(false);
     return b;
 }
 
