@@ -77,7 +77,11 @@ CsvHeader::Status CsvHeader::read(QIODevice *device, CsvHeader *header)
     if (end < 0 && cr >= 0)
         end = cr;
     header->length = end < 0 ? bytes.size() : end + 1;
-    const QString line = QString::fromLatin1(bytes.left(end < 0 ? bytes.size() : end));
+    QByteArray first = bytes.left(end < 0 ? bytes.size() : end);
+    // Spreadsheets saving "CSV UTF-8" start with a byte-order mark; it is no part of the first title.
+    if (first.startsWith("\xEF\xBB\xBF"))
+        first.remove(0, 3);
+    const QString line = QString::fromLatin1(first);
     return split(line, &header->titles) ? Status::Ok : Status::NoColumns;
 }
 

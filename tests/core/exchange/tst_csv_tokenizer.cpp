@@ -127,6 +127,9 @@ private slots:
                                  << qint64(4);
         QTest::newRow("no line end") << QByteArray("A,B") << int(CsvHeader::Status::Ok) << u"A|B"_s
                                      << qint64(3);
+        QTest::newRow("byte-order mark") << QByteArray("\xEF\xBB\xBF"
+                                                       "Date,Odo\n")
+                                         << int(CsvHeader::Status::Ok) << u"Date|Odo"_s << qint64(12);
         QTest::newRow("no comma") << QByteArray("Odometer\n1\n") << int(CsvHeader::Status::NoColumns)
                                   << QString() << qint64(9);
         QTest::newRow("comma only after 512 bytes")
