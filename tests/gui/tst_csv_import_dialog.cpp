@@ -130,7 +130,11 @@ private slots:
         dialog.resize(480, 640);
         shoot(&dialog, u"csv-import"_s);
 
+        QStringList progress;
+        connect(dialog.progressBar(), &QProgressBar::valueChanged, this,
+                [&](int value) { progress.append(u"%1 %2"_s.arg(dialog.mapsGroup()->title()).arg(value)); });
         dialog.importButton()->click();
+        QCOMPARE(progress, QStringList({ u"Importing Data 0"_s, u"Importing Data 100"_s }));
         QCOMPARE(s.reporter.texts(),
                  QStringList { u"Import Complete!\nImported 0 lines\nSkipped 0 Lines"_s });
         QCOMPARE(dialog.mapsGroup()->title(), u"CSV Maps"_s);
