@@ -11,6 +11,7 @@
 
 #include "app/FileChooser.h"
 #include "exchange/CsvImportDialog.h"
+#include "log/LogArchive.h"
 #include "session/VehicleSession.h"
 
 using namespace Qt::StringLiterals;
@@ -130,6 +131,11 @@ private slots:
         dialog.resize(480, 640);
         shoot(&dialog, u"csv-import"_s);
 
+        // A change saved to the file by the screen underneath, not yet in the session's list, stays.
+        CVCItem earlier;
+        earlier.typeText = u"Fuel"_s;
+        earlier.odometer = 11000;
+        QVERIFY(LogArchive().write(s.session.databasePath(), { earlier }));
         QStringList progress;
         connect(dialog.progressBar(), &QProgressBar::valueChanged, this,
                 [&](int value) { progress.append(u"%1 %2"_s.arg(dialog.mapsGroup()->title()).arg(value)); });
@@ -140,8 +146,9 @@ private slots:
         QCOMPARE(dialog.mapsGroup()->title(), u"CSV Maps"_s);
         QVERIFY(!dialog.progressBar()->isVisible());
         QVERIFY(dialog.imported());
-        QCOMPARE(s.session.entries().size(), size_t(2));
-        QCOMPARE(s.session.entries()[1].station, u"Shell"_s);
+        QCOMPARE(s.session.entries().size(), size_t(3));
+        QCOMPARE(s.session.entries()[0].odometer, 11000.0);
+        QCOMPARE(s.session.entries()[2].station, u"Shell"_s);
         QCOMPARE(s.session.scan().lastOdometer, 12300.0);
 
         // Opened again: the last map and the last file.

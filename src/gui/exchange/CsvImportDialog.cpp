@@ -235,6 +235,8 @@ void CsvImportDialog::assignOrClear()
 void CsvImportDialog::runImport()
 {
     AppContext &context = m_session.context();
+    // The screen that opened this one saves its changes straight to the file: start from the file.
+    m_session.reopen();
     CsvImport import(m_form.map(), CsvSessionImport::settings(m_session, context.locale));
     if (!import.begin(m_form.fileName(), context.reporter)) {
         // A file that could not be opened disables IMPORT; an unmapped odometer only warns.
