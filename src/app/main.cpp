@@ -45,7 +45,9 @@ int main(int argc, char *argv[])
     session.saveAfterStartup();
 
     DialogFileChooser chooser;
-    DesktopHelpLauncher help;
+    HelpViewerLauncher help;
+    HelpKeyFilter helpKey(help);
+    app.installEventFilter(&helpKey);
     MainWindow window(session, chooser, help);
     reporter.setParent(&window);
     window.restoreWindowGeometry();

@@ -14,15 +14,16 @@ namespace {
 
 constexpr int Usage = 2;
 
-QString usageText()
+QString usageText(const QString &command = u"add"_s)
 {
-    return u"Usage: tarvane-cli add fuel [VEHICLE] --odometer N --quantity Q --price P [--unit UNIT] "
-           "[--not-full] [--date YYYY-MM-DD[THH:MM]] [--station S] [--temp T] [--note S]\n"
-           "       tarvane-cli add repair [VEHICLE] --odometer N --type TYPE [--cost C] [--invoice S] "
-           "[--location S] [--date YYYY-MM-DD[THH:MM]] [--icon 0..10] [--note S]\n"
-           "       tarvane-cli add trip [VEHICLE] --start N [--end N] [--depart DATETIME] [--arrive "
-           "DATETIME] "
-           "[--purpose S] [--destination S] [--contact S] [--tolls X] [--parking X] [--note S]\n"_s;
+    return (u"Usage: tarvane-cli add fuel [VEHICLE] --odometer N --quantity Q --price P [--unit UNIT] "
+            "[--not-full] [--date YYYY-MM-DD[THH:MM]] [--station S] [--temp T] [--note S]\n"
+            "       tarvane-cli add repair [VEHICLE] --odometer N --type TYPE [--cost C] [--invoice S] "
+            "[--location S] [--date YYYY-MM-DD[THH:MM]] [--icon 0..10] [--note S]\n"
+            "       tarvane-cli add trip [VEHICLE] --start N [--end N] [--depart DATETIME] [--arrive "
+            "DATETIME] "
+            "[--purpose S] [--destination S] [--contact S] [--tolls X] [--parking X] [--note S]\n"_s)
+        .replace(u" add "_s, u' ' + command + u' ');
 }
 
 // A date picker changes the day and keeps the time of day; a time given with it sets both.
@@ -116,84 +117,67 @@ QString AddCommand::description() const
     return u"Adds a fill-up, a repair or a trip as the entry forms would (see add --help)."_s;
 }
 
-int AddCommand::run(const QStringList &arguments, CliEnvironment &env)
+int AddCommand::entryType(const QString &kind)
 {
-    const QString kind = arguments.value(0);
-    if (kind == u"--help"_s) {
-        env.out << usageText();
-        return 0;
-    }
+    return kind == u"fuel"_s  ? CVCItem::Fuel
+        : kind == u"repair"_s ? CVCItem::Maintenance
+        : kind == u"trip"_s   ? CVCItem::Trip
+                              : -1;
+}
 
-    QCommandLineParser parser;
-    QStringList names;
-    if (kind == u"fuel"_s) {
-        names = { u"odometer"_s, u"quantity"_s, u"price"_s, u"unit"_s,
-                  u"date"_s,     u"station"_s,  u"temp"_s,  u"note"_s };
+QString AddCommand::usage(const QString &command)
+{
+    return usageText(command);
+}
+
+QStringList AddCommand::optionNames(int type)
+{
+    if (type == CVCItem::Fuel)
+        return { u"odometer"_s, u"quantity"_s, u"price"_s, u"unit"_s,
+                 u"date"_s,     u"station"_s,  u"temp"_s,  u"note"_s };
+    if (type == CVCItem::Maintenance)
+        return { u"odometer"_s, u"type"_s, u"cost"_s, u"invoice"_s,
+                 u"location"_s, u"date"_s, u"icon"_s, u"note"_s };
+    if (type == CVCItem::Trip)
+        return { u"start"_s,       u"end"_s,     u"depart"_s, u"arrive"_s,  u"purpose"_s,
+                 u"destination"_s, u"contact"_s, u"tolls"_s,  u"parking"_s, u"note"_s };
+    return {};
+}
+
+void AddCommand::addOptions(QCommandLineParser &parser, int type)
+{
+    if (type == CVCItem::Fuel)
         parser.addOption(QCommandLineOption(u"not-full"_s));
-    } else if (kind == u"repair"_s) {
-        names = { u"odometer"_s, u"type"_s, u"cost"_s, u"invoice"_s,
-                  u"location"_s, u"date"_s, u"icon"_s, u"note"_s };
-    } else if (kind == u"trip"_s) {
-        names = { u"start"_s,       u"end"_s,     u"depart"_s, u"arrive"_s,  u"purpose"_s,
-                  u"destination"_s, u"contact"_s, u"tolls"_s,  u"parking"_s, u"note"_s };
-    } else {
-        env.err << usageText();
-        return Usage;
-    }
-    parser.addOptions(valueOptions(names));
-    if (!parser.parse(QStringList { u"add"_s } + arguments.mid(1))) {
-        env.err << parser.errorText() << u'\n' << usageText();
-        return Usage;
-    }
-    const QStringList positional = parser.positionalArguments();
-    if (positional.size() > 1) {
-        env.err << usageText();
-        return Usage;
-    }
+    parser.addOptions(valueOptions(optionNames(type)));
+}
 
-    OptionReader options(parser, env.err);
-    if (kind == u"fuel"_s) {
+bool AddCommand::checkRequired(QCommandLineParser &parser, int type, QTextStream &err)
+{
+    OptionReader options(parser, err);
+    if (type == CVCItem::Fuel) {
         options.require(u"odometer"_s);
         options.require(u"quantity"_s);
         options.require(u"price"_s);
-    } else if (kind == u"repair"_s) {
+    } else if (type == CVCItem::Maintenance) {
         options.require(u"odometer"_s);
         options.require(u"type"_s);
     } else {
         options.require(u"start"_s);
     }
-    if (!options.ok()) {
-        env.err << usageText();
-        return Usage;
-    }
+    return options.ok();
+}
 
-    VehicleSession session(env.app);
-    session.start();
-    if (!positional.isEmpty()) {
-        const QString vehicle = positional.first();
-        if (!session.vehicleNames().contains(vehicle)) {
-            env.err << u"Unknown vehicle: "_s << vehicle << u'\n';
-            return 1;
-        }
-        if (vehicle != session.currentVehicleName())
-            session.selectVehicle(vehicle);
-    }
-    if (session.currentVehicleIndex() < 0) {
-        env.err << u"No vehicle is selected.\n"_s;
-        return 1;
-    }
-
-    const EntryFormContext context = session.formContext();
-    Reporter &reporter = env.app.reporter;
-    CVCItem record;
+int AddCommand::applyOptions(QCommandLineParser &parser, const EntryFormContext &context, CVCItem &record,
+                             Reporter &reporter, QTextStream &err)
+{
+    OptionReader options(parser, err);
     // The "NOTE" box goes to stderr; it never stops the save.
     const auto warn = [&](const QString &warning) {
         if (!warning.isEmpty())
             reporter.warning(warning, EntryForms::warningTitle());
     };
 
-    if (kind == u"fuel"_s) {
-        record = session.newEntry(CVCItem::Fuel);
+    if (record.entryType == CVCItem::Fuel) {
         FuelForm form(context, record);
         FuelFormValues &values = form.values;
         options.number(u"odometer"_s, &values.odometer);
@@ -212,7 +196,8 @@ int AddCommand::run(const QStringList &arguments, CliEnvironment &env)
             values.quantityText = quantity.left(i);
             form.quantityChanged();
         }
-        values.notFull = parser.isSet(u"not-full"_s);
+        if (parser.isSet(u"not-full"_s))
+            values.notFull = true;
         const QString price = options.text(u"price"_s);
         for (qsizetype i = 1; i <= price.size(); ++i) {
             values.priceText = price.left(i);
@@ -225,13 +210,13 @@ int AddCommand::run(const QStringList &arguments, CliEnvironment &env)
             return Usage;
         warn(form.odometerWarning(record.newEntryMark));
         form.writeRecord(record);
-    } else if (kind == u"repair"_s) {
-        record = session.newEntry(CVCItem::Maintenance);
+    } else if (record.entryType == CVCItem::Maintenance) {
         MaintenanceForm form(context, record);
         MaintenanceFormValues &values = form.values;
         options.number(u"odometer"_s, &values.odometer);
         options.dateTime(u"date"_s, &values.date);
-        form.repairTypeChanged(options.text(u"type"_s));
+        if (options.isSet(u"type"_s))
+            form.repairTypeChanged(options.text(u"type"_s));
         if (options.isSet(u"invoice"_s))
             values.invoice = options.text(u"invoice"_s);
         options.number(u"cost"_s, &values.cost);
@@ -254,27 +239,84 @@ int AddCommand::run(const QStringList &arguments, CliEnvironment &env)
         warn(form.odometerWarning(record.newEntryMark));
         form.writeRecord(record);
     } else {
-        record = session.newEntry(CVCItem::Trip);
+        const bool newTrip = record.endOdometer <= 0;
         TripForm form(context, record);
         TripFormValues &values = form.values;
-        options.limitedText(u"contact"_s, TripForm::ComboTextLimit, &values.contact);
-        options.limitedText(u"purpose"_s, TripForm::ComboTextLimit, &values.purpose);
+        if (options.isSet(u"contact"_s))
+            values.contact = options.text(u"contact"_s);
+        if (options.isSet(u"purpose"_s))
+            values.purpose = options.text(u"purpose"_s);
         options.limitedText(u"destination"_s, TripForm::ComboTextLimit, &values.destination);
         options.limitedText(u"note"_s, TripForm::NoteLimit, &values.note);
         options.number(u"tolls"_s, &values.tolls);
         options.number(u"parking"_s, &values.parking);
         options.number(u"start"_s, &values.departOdometer);
-        values.arriveOdometer = values.departOdometer;
-        options.dateTime(u"depart"_s, &values.departDate);
-        values.departTime = values.departDate;
+        // A new trip without an end stays open; an edited one keeps its end.
+        if (newTrip)
+            values.arriveOdometer = values.departOdometer;
+        if (options.isSet(u"depart"_s)) {
+            options.dateTime(u"depart"_s, &values.departDate);
+            values.departTime = values.departDate;
+        }
         options.number(u"end"_s, &values.arriveOdometer);
-        options.dateTime(u"arrive"_s, &values.arriveDate);
-        values.arriveTime = values.arriveDate;
+        if (options.isSet(u"arrive"_s)) {
+            options.dateTime(u"arrive"_s, &values.arriveDate);
+            values.arriveTime = values.arriveDate;
+        }
         if (!options.ok())
             return Usage;
         warn(form.odometerWarning(record.newEntryMark));
         form.writeRecord(record);
     }
+
+    return 0;
+}
+
+int AddCommand::run(const QStringList &arguments, CliEnvironment &env)
+{
+    const QString kind = arguments.value(0);
+    if (kind == u"--help"_s) {
+        env.out << usageText();
+        return 0;
+    }
+    const int type = entryType(kind);
+    if (type < 0) {
+        env.err << usageText();
+        return Usage;
+    }
+
+    QCommandLineParser parser;
+    addOptions(parser, type);
+    if (!parser.parse(QStringList { u"add"_s } + arguments.mid(1))) {
+        env.err << parser.errorText() << u'\n' << usageText();
+        return Usage;
+    }
+    const QStringList positional = parser.positionalArguments();
+    if (positional.size() > 1) {
+        env.err << usageText();
+        return Usage;
+    }
+
+    if (!checkRequired(parser, type, env.err)) {
+        env.err << usageText();
+        return Usage;
+    }
+
+    // Only the vehicle asked for is opened: opening the last-used one first could move its
+    // damaged log aside for nothing.
+    const QString vehicle = positional.value(0);
+    VehicleSession session(env.app);
+    if (!session.start(false, vehicle))
+        return 1;
+    if (session.currentVehicleIndex() < 0) {
+        env.err << u"No vehicle is selected.\n"_s;
+        return 1;
+    }
+
+    const EntryFormContext context = session.formContext();
+    CVCItem record = session.newEntry(CVCItem::EntryType(type));
+    if (const int code = applyOptions(parser, context, record, env.app.reporter, env.err))
+        return code;
 
     if (!record.HasOdometer()) {
         env.err << cformat("Entry not saved: its odometer %s is below 1.",
@@ -284,6 +326,9 @@ int AddCommand::run(const QStringList &arguments, CliEnvironment &env)
     }
     if (!session.addEntry(record))
         return 1;
+    // A vehicle named here becomes the current one, with its own odometer and reminders.
+    if (!vehicle.isEmpty())
+        session.saveOptions();
     env.out << cformat("Added %s entry at odometer %s.", record.typeText.toUtf8().constData(),
                        EntryForms::numberText(record.odometer).toUtf8().constData())
             << u'\n';

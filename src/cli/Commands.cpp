@@ -2,14 +2,20 @@
 
 #include "AddCommand.h"
 #include "BackupCommand.h"
+#include "DeleteCommand.h"
+#include "DueCommand.h"
 #include "DumpCommand.h"
+#include "EditCommand.h"
 #include "FullBackupCommand.h"
 #include "ImportCommand.h"
+#include "InsertCommand.h"
 #include "LocationsCommand.h"
 #include "LogCommand.h"
 #include "MapCommand.h"
 #include "ProfileCommand.h"
+#include "StatsCommand.h"
 #include "StatusCommand.h"
+#include "VehicleCommand.h"
 #include "VehiclesCommand.h"
 
 std::vector<std::unique_ptr<Command>> allCommands()
@@ -20,6 +26,7 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<LogCommand>());
     commands.push_back(std::make_unique<DumpCommand>());
     commands.push_back(std::make_unique<StatusCommand>());
+    commands.push_back(std::make_unique<DueCommand>());
     commands.push_back(std::make_unique<ReconcileCommand>());
     commands.push_back(std::make_unique<BackupCommand>());
     commands.push_back(std::make_unique<RestoreCommand>());
@@ -27,6 +34,12 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<LocationsCommand>());
     commands.push_back(std::make_unique<FullBackupCommand>());
     commands.push_back(std::make_unique<FullRestoreCommand>());
+    commands.push_back(std::make_unique<VehicleCommand>());
+    commands.push_back(std::make_unique<StatsCommand>());
+    commands.push_back(std::make_unique<InsertCommand>());
+    commands.push_back(std::make_unique<EditCommand>());
+    commands.push_back(std::make_unique<DeleteCommand>());
+    commands.push_back(std::make_unique<DeleteAllCommand>());
     commands.push_back(std::make_unique<ImportCommand>());
     commands.push_back(std::make_unique<MapCommand>());
     return commands;

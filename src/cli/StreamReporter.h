@@ -18,6 +18,7 @@ public:
     void error(const QString &text, const QString &title = QString()) override;
     void warning(const QString &text, const QString &title = QString()) override;
     void info(const QString &text, const QString &title = QString()) override;
+    void plain(const QString &text, const QString &title = QString()) override;
     bool ask(const QString &text, const QString &title = QString(),
              Buttons buttons = Buttons::YesNo) override;
 

@@ -26,8 +26,20 @@ void GuiReporter::info(const QString &text, const QString &title)
     QMessageBox::information(m_parent, caption(title), text);
 }
 
+void GuiReporter::plain(const QString &text, const QString &title)
+{
+    QMessageBox box(QMessageBox::NoIcon, caption(title), text, QMessageBox::Ok, m_parent);
+    box.exec();
+}
+
 bool GuiReporter::ask(const QString &text, const QString &title, Buttons buttons)
 {
+    if (buttons == Buttons::Ok) {
+        // A notice that asks nothing: one OK button, whatever the user does the caller goes on.
+        QMessageBox box(QMessageBox::Question, caption(title), text, QMessageBox::Ok, m_parent);
+        box.exec();
+        return true;
+    }
     if (buttons == Buttons::YesNo)
         return QMessageBox::question(m_parent, caption(title), text, QMessageBox::Yes | QMessageBox::No)
             == QMessageBox::Yes;

@@ -103,13 +103,16 @@ void TestCliAdd::add_data()
                 "'typeText': 'Trip', 'purpose': 'Sales', 'destination': 'Springfield', 'contact': 'Acme', "
                 "'departTime': 1708413300, 'arriveTime': 1708450800, 'amount': 4.5, 'unitPrice': 75, "
                 "'endOdometer': 12150, 'parking': 12"));
-    CVCItem open
-        = entry("'iconIndex': 18, 'entryType': 2, 'odometer': 12000, 'entryDate': 1709281800, "
-                "'typeText': 'Trip', 'purpose': 'Select', 'contact': 'None', 'departTime': 1709281800, "
-                "'arriveTime': 1709281800, 'endOdometer': 12000");
+    CVCItem open = entry("'iconIndex': 18, 'entryType': 2, 'odometer': 12000, 'entryDate': 1709281800, "
+                         "'typeText': 'Trip', 'contact': 'None', 'departTime': 1709281800, "
+                         "'arriveTime': 1709281800, 'endOdometer': 12000");
+    // Only the destination stops at 40 characters.
     open.destination = QString(40, u'D');
-    added("open trip, defaults, long destination",
-          { u"add trip --start 12000 --destination "_s + QString(45, u'D') }, {}, open);
+    open.purpose = QString(45, u'P');
+    added("open trip, defaults, long destination and purpose",
+          { u"add trip --start 12000 --destination "_s + QString(45, u'D') + u" --purpose "_s
+            + QString(45, u'P') },
+          {}, open);
 
     const auto refused = [](const char *name, const QString &command, int exitCode, const QString &err) {
         QTest::newRow(name) << QStringList { command } << exitCode << err << CVCItem() << QString();
@@ -125,7 +128,8 @@ void TestCliAdd::add_data()
             u"Missing --price\nUsage: tarvane-cli add"_s);
     refused("icon with a predefined type", u"add repair --odometer 5 --type Tune-Up --icon 3"_s, 2,
             u"--icon: the icon buttons are disabled for a predefined repair type\n"_s);
-    refused("unknown vehicle", u"add trip Bus --start 5"_s, 1, u"Unknown vehicle: Bus\n"_s);
+    refused("unknown vehicle", u"add trip Bus --start 5"_s, 1,
+            u"No vehicle named \"Bus\" in the vehicle list.\n"_s);
     refused("unknown kind", u"add boat"_s, 2, u"Usage: tarvane-cli add"_s);
 }
 

@@ -10,6 +10,7 @@
 
 #include "CliRunner_helper.h"
 #include "log/LogArchive.h"
+#include "settings/IniFile.h"
 
 using namespace Qt::StringLiterals;
 
@@ -97,6 +98,8 @@ class TestCliCommands : public QObject
 
 private slots:
     void firstStartCreatesDataFolderFromTemplates();
+    void missingListsKeepsTheUsersVehicles();
+    void addToNamedVehicleOpensOnlyThat();
     void vehiclesJson();
     void profileJson();
     void statusShowsTheWholeReminderList();
@@ -111,6 +114,61 @@ private slots:
     void realBinaryRuns();
 };
 
+void TestCliCommands::missingListsKeepsTheUsersVehicles()
+{
+    QTemporaryDir root;
+    CliRunner cli(root.path());
+    QCOMPARE(cli.run({ u"vehicles"_s }).exitCode, 0);
+    // After any first run of the program the options name the data folder as the install folder.
+    cli.options.createKey(u"Options"_s);
+    cli.options.setValue(u"Options"_s, u"Path"_s, u"\\My Documents\\Tarvane Files\\"_s);
+    {
+        IniFile ini;
+        QVERIFY(ini.Load(dataFolder(root) + u"Velcora.ini"_s));
+        ini.SetString(u"VehicleList"_s, u"Vehicle0"_s, u"Truck"_s);
+        ini.SetString(u"Truck"_s, u"VIN"_s, u"TRUCK1"_s);
+    }
+    QVERIFY(QFile::remove(dataFolder(root) + u"Lists.ini"_s));
+
+    const CliResult r = cli.run({ u"vehicles"_s });
+    QCOMPARE(r.err, QString());
+    QCOMPARE(r.out, u"Truck\tTRUCK1\n"_s);
+    QCOMPARE(readAll(dataFolder(root) + u"Lists.ini"_s), readAll(u":/install/Lists.ini"_s));
+}
+
+void TestCliCommands::addToNamedVehicleOpensOnlyThat()
+{
+    QTemporaryDir root;
+    CliRunner cli(root.path());
+    QCOMPARE(cli.run({ u"vehicles"_s }).exitCode, 0);
+    {
+        IniFile ini;
+        QVERIFY(ini.Load(dataFolder(root) + u"Velcora.ini"_s));
+        ini.SetString(u"VehicleList"_s, u"Vehicle1"_s, u"Car B"_s);
+        ini.SetString(u"Car B"_s, u"VIN"_s, u"CARB"_s);
+        ini.SetString(u"Car B"_s, u"OilDistance"_s, u"1000"_s);
+    }
+    // My Car was used last and its log is damaged.
+    cli.options.createKey(u"Options"_s);
+    cli.options.setValue(u"Options"_s, u"Name"_s, u"My Car"_s);
+    const QByteArray damaged("\x05\x00", 2);
+    QFile log(dataFolder(root) + u"MYCAR0001.vcb"_s);
+    QVERIFY(log.open(QIODevice::WriteOnly) && log.write(damaged) == 2);
+    log.close();
+
+    const CliResult r = cli.run(
+        { u"add"_s, u"repair"_s, u"Car B"_s, u"--odometer"_s, u"2000"_s, u"--type"_s, u"Brakes"_s });
+    QCOMPARE(r.err, QString());
+    QCOMPARE(r.exitCode, 0);
+    QCOMPARE(readAll(dataFolder(root) + u"MYCAR0001.vcb"_s), damaged);
+    QCOMPARE(QDir(dataFolder(root)).entryList(QDir::Files),
+             (QStringList { u"CARB.vcb"_s, u"Lists.ini"_s, u"MYCAR0001.vcb"_s, u"Velcora.ini"_s }));
+    // Car B is the current vehicle now, with its own odometer and the oil change due at 1000.
+    QCOMPARE(cli.options.value(u"Options"_s, u"Name"_s).toString(), u"Car B"_s);
+    QCOMPARE(cli.options.value(u"Options"_s, u"LastMileage"_s).toUInt(), 2000u);
+    QCOMPARE(cli.options.value(u"Options"_s, u"Reminder1"_s).toUInt(), 1000u);
+}
+
 void TestCliCommands::firstStartCreatesDataFolderFromTemplates()
 {
     QTemporaryDir root;
@@ -118,8 +176,8 @@ void TestCliCommands::firstStartCreatesDataFolderFromTemplates()
     const CliResult r = cli.run({ u"vehicles"_s });
     QCOMPARE(r.exitCode, 0);
     QCOMPARE(r.out, u"My Car\tMYCAR0001\n"_s);
-    // No options yet: the program says so and goes on with its defaults.
-    QCOMPARE(r.err, u"REGKEY_OPTIONS error detected, Attempting to correct.\n"_s);
+    // No options yet, but a reading command corrects nothing, so it says nothing about them.
+    QCOMPARE(r.err, QString());
     QCOMPARE(readAll(dataFolder(root) + u"Velcora.ini"_s), readAll(u":/install/Velcora.ini"_s));
     QCOMPARE(readAll(dataFolder(root) + u"Lists.ini"_s), readAll(u":/install/Lists.ini"_s));
     QVERIFY(QFileInfo(dataFolder(root) + u"Velcora.ini"_s).isWritable());

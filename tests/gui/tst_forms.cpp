@@ -165,6 +165,7 @@ void TestForms::fuelNewFillUp()
     dialog.show();
     QCOMPARE(dialog.odometerEdit()->text(), u"12000"_s);
     QCOMPARE(dialog.unitCombo()->currentText(), u"Gallons"_s);
+    QCOMPARE(dialog.priceUnitLabel()->text(), u"/ Gallon"_s);
     QCOMPARE(dialog.dateEdit()->date(), QDate(2024, 3, 1));
     // The station list is sorted and skips the empty line.
     QCOMPARE(dialog.stationCombo()->count(), 2);
@@ -174,8 +175,9 @@ void TestForms::fuelNewFillUp()
     QTest::keyClicks(dialog.quantityEdit(), u"10"_s);
     // 600 miles since the last full fill-up on 10 gallons: 60 MPG, shown while typing.
     QCOMPARE(dialog.economyEdit()->text(), u"60.00"_s);
-    QCOMPARE(dialog.totalEdit()->text(), u"0"_s);
-    QTest::keyClicks(dialog.priceEdit(), u"3.459"_s);
+    QCOMPARE(dialog.totalEdit()->text(), u"0.00"_s);
+    // Money in cents while typing; the entry keeps the exact product.
+    QTest::keyClicks(dialog.priceEdit(), u"3.4591"_s);
     QCOMPARE(dialog.totalEdit()->text(), u"34.59"_s);
     QCOMPARE(dialog.economyEdit()->text(), u"60.00"_s);
     dialog.stationCombo()->setFocus();
@@ -196,9 +198,9 @@ void TestForms::fuelNewFillUp()
     expected.station = u"Main St"_s;
     expected.temperature = -5;
     expected.notFull = 1;
-    expected.amount = 34.59;
+    expected.amount = 10 * 3.4591;
     expected.fuelQuantity = 10;
-    expected.unitPrice = 3.459;
+    expected.unitPrice = 3.4591;
     expected.economy = record.economy;
     QCOMPARE(cformat("%.2f", record.economy), u"60.00"_s);
     QVERIFY(record == expected);
@@ -244,6 +246,15 @@ void TestForms::fuelOdometerWarning()
 
 void TestForms::fuelStaysOpen()
 {
+    {
+        // A litre vehicle's new entry names its price unit from the start.
+        EntryFormContext litres = context();
+        litres.liquidUnit = 2;
+        CVCItem fresh = newRecord(CVCItem::Fuel);
+        FuelDialog dialog(litres, fresh, m_lists, m_reporter);
+        QCOMPARE(dialog.unitCombo()->currentText(), u"Litres"_s);
+        QCOMPARE(dialog.priceUnitLabel()->text(), u"/ Litre"_s);
+    }
     CVCItem record = newRecord(CVCItem::Fuel);
     const CVCItem before = record;
     FuelDialog dialog(context(), record, m_lists, m_reporter);
@@ -267,6 +278,16 @@ void TestForms::fuelStaysOpen()
     QCOMPARE(dialog.odometerEdit()->text(), u"125"_s);
     QTest::mouseClick(dialog.cancelButton(), Qt::LeftButton);
     QVERIFY(record == before);
+
+    // Ctrl+S saves as the Save button does.
+    FuelDialog again(context(), record, m_lists, m_reporter);
+    again.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&again));
+    again.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&again));
+    QTest::keyClick(again.odometerEdit(), Qt::Key_S, Qt::ControlModifier);
+    QCOMPARE(again.result(), int(QDialog::Accepted));
+    QCOMPARE(record.odometer, 12000.0);
 }
 
 void TestForms::fuelStationListRefills()

@@ -1,3 +1,4 @@
+#include "GuiReporter.h"
 #include "widgets/IconArt.h"
 #include "widgets/TileArt.h"
 #include "widgets/TileCounter.h"
@@ -5,6 +6,7 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFormLayout>
+#include <QMessageBox>
 #include <QPainter>
 #include <QtTest>
 
@@ -85,6 +87,7 @@ private slots:
     void counters_data();
     void counters();
     void screenshots();
+    void reporterBoxes();
 };
 
 void TestWidgets::tiles_data()
@@ -413,4 +416,33 @@ void TestWidgets::screenshots()
 }
 
 QTEST_MAIN(TestWidgets)
+// The boxes the reporter shows: which buttons and which icon. A notice with one OK button
+// always answers "go on"; the options messages are plain boxes without an icon.
+void TestWidgets::reporterBoxes()
+{
+    GuiReporter reporter;
+    QStringList seen;
+    const auto watch = [&seen] {
+        QTimer::singleShot(0, [&seen] {
+            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            if (!box)
+                return seen.append(u"no box"_s);
+            seen.append(u"%1 buttons %2 icon %3"_s.arg(box->text())
+                            .arg(int(box->standardButtons()), 0, 16)
+                            .arg(int(box->icon())));
+            box->reject(); // Escape or the window's close button
+        });
+    };
+    watch();
+    QVERIFY(reporter.ask(u"NOTE text"_s, u"NOTE"_s, Reporter::Buttons::Ok));
+    watch();
+    reporter.plain(u"REGKEY_OPTIONS error detected, Attempting to correct."_s);
+    watch();
+    QVERIFY(!reporter.ask(u"Sure?"_s, QString(), Reporter::Buttons::YesNo));
+    QCOMPARE(seen,
+             (QStringList { u"NOTE text buttons 400 icon 4"_s,
+                            u"REGKEY_OPTIONS error detected, Attempting to correct. buttons 400 icon 0"_s,
+                            u"Sure? buttons 14000 icon 4"_s }));
+}
+
 #include "tst_widgets.moc"

@@ -4,6 +4,7 @@
 #include "platform/CFormat.h"
 #include "platform/Clock.h"
 #include "platform/Preferences.h"
+#include "platform/SettingsStore.h"
 
 using namespace Qt::StringLiterals;
 
@@ -182,15 +183,22 @@ ReminderReport evaluate(const ReminderInputs &in)
 
 bool writeToday(Preferences &preferences, const ReminderReport &report)
 {
+    // Every key gets its new value (empty clears a stale one) and the store is synced once, and
+    // not at all when nothing changed: each sync rewrites the whole store on disk.
     const QString section = QString::fromLatin1(TodaySection);
     const auto &keys = ReminderReport::todayKeys();
+    SettingsStore &store = preferences.store();
     bool ok = true;
-    for (const QString &key : keys)
-        ok = preferences.writeString(section, key, QString()) && ok;
+    bool changed = false;
     for (int i = 0; i < ReminderReport::TodayKeyCount; ++i) {
-        if (!report.today[i].isEmpty())
-            ok = preferences.writeString(section, keys[i], report.today[i]) && ok;
+        QString stored;
+        if (store.queryString(section, keys[i], &stored) && stored == report.today[i])
+            continue;
+        ok = store.setValue(section, keys[i], report.today[i]) && ok;
+        changed = true;
     }
+    if (changed)
+        ok = store.sync() && ok;
     return ok;
 }
 

@@ -36,7 +36,7 @@ class TripForm
 public:
     static constexpr int OpenTripIcon = 18;
     static constexpr int ClosedTripIcon = 19;
-    static constexpr int ComboTextLimit = 40;
+    static constexpr int ComboTextLimit = 40; // the destination's; contact and purpose have none
     static constexpr int NoteLimit = 256;
 
     TripForm(const EntryFormContext &context, const CVCItem &record);

@@ -1,6 +1,8 @@
 #include "VehicleBackup.h"
 
 #include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
 
 #include "LogArchive.h"
 #include "VehicleLog.h"
@@ -35,7 +37,26 @@ QString withSeparator(const QString &folder)
     return folder + u'/';
 }
 
+// Copies the log as it is on disk, through a temporary file, so a failed copy leaves the
+// previous copy whole.
+bool keepCopy(const QString &source, const QString &target)
+{
+    QFile in(source);
+    if (!in.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray bytes = in.readAll();
+    if (in.error() != QFileDevice::NoError)
+        return false;
+    QSaveFile out(target);
+    return out.open(QIODevice::WriteOnly) && out.write(bytes) == bytes.size() && out.commit();
+}
+
 } // namespace
+
+QString VehicleBackup::beforeRestorePath(const QString &databasePath)
+{
+    return databasePath + u".before-restore"_s;
+}
 
 QString VehicleBackup::backupPath(const QString &folder, const QString &vin)
 {
@@ -78,6 +99,14 @@ bool VehicleBackup::restore(VehicleLog &log, const QString &file, const QString 
         return false;
     }
     in.close();
+    // What the restore replaces is kept (one generation), so restoring the wrong file can be undone.
+    const QString database = VehicleLog::databasePath(dataFolder, vin);
+    if (QFileInfo::exists(database) && !keepCopy(database, beforeRestorePath(database))) {
+        reporter.error(failed
+                       + u"\nThe current log could not be kept as %1, so nothing was restored."_s.arg(
+                           beforeRestorePath(database)));
+        return false;
+    }
     log.setEntries(std::move(restored));
     // The restored entries are the log now, even for a vehicle created a moment ago.
     log.setFreshDatabase(false);

@@ -23,8 +23,12 @@ QString proposedRestoreName(const QString &vin);
 bool backup(const EntryList &entries, const QString &folder, const QString &vin, Reporter &reporter,
             bool &busy);
 
-// Replaces the log's list with the file's records and saves the vehicle's database at once.
-// A file that can't be opened or read leaves the list and the database untouched.
+// "<database>.before-restore": the log as it was before the last restore.
+QString beforeRestorePath(const QString &databasePath);
+
+// Replaces the log's list with the file's records and saves the vehicle's database at once,
+// after copying the database file it replaces to beforeRestorePath(). A file that can't be opened
+// or read, or a copy that fails, leaves the list and the database untouched.
 bool restore(VehicleLog &log, const QString &file, const QString &vehicleName, const QString &dataFolder,
              const QString &vin, Reporter &reporter);
 

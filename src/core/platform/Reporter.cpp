@@ -17,9 +17,17 @@ void RecordingReporter::info(const QString &text, const QString &title)
     m_messages.append({ Kind::Info, text, title });
 }
 
-bool RecordingReporter::ask(const QString &text, const QString &title, Buttons)
+void RecordingReporter::plain(const QString &text, const QString &title)
+{
+    m_messages.append({ Kind::Plain, text, title });
+}
+
+bool RecordingReporter::ask(const QString &text, const QString &title, Buttons buttons)
 {
     m_messages.append({ Kind::Question, text, title });
+    // A box with one OK button has only one answer.
+    if (buttons == Buttons::Ok)
+        return true;
     return m_answers.isEmpty() ? false : m_answers.dequeue();
 }
 

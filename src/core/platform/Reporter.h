@@ -9,7 +9,7 @@
 class Reporter
 {
 public:
-    enum class Kind { Error, Warning, Info, Question };
+    enum class Kind { Error, Warning, Info, Question, Plain };
     enum class Buttons { Ok, YesNo, OkCancel };
 
     virtual ~Reporter() = default;
@@ -17,7 +17,9 @@ public:
     virtual void error(const QString &text, const QString &title = QString()) = 0;
     virtual void warning(const QString &text, const QString &title = QString()) = 0;
     virtual void info(const QString &text, const QString &title = QString()) = 0;
-    // Returns true for Yes / OK.
+    // A plain box with an OK button and no icon; where there are no icons it is a notice.
+    virtual void plain(const QString &text, const QString &title = QString()) { info(text, title); }
+    // Returns true for Yes / OK. Buttons::Ok shows a single OK button and always returns true.
     virtual bool ask(const QString &text, const QString &title = QString(), Buttons buttons = Buttons::YesNo)
         = 0;
 };
@@ -37,6 +39,7 @@ public:
     void error(const QString &text, const QString &title = QString()) override;
     void warning(const QString &text, const QString &title = QString()) override;
     void info(const QString &text, const QString &title = QString()) override;
+    void plain(const QString &text, const QString &title = QString()) override;
     bool ask(const QString &text, const QString &title = QString(),
              Buttons buttons = Buttons::YesNo) override;
 

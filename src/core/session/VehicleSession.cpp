@@ -86,7 +86,7 @@ bool VehicleSession::start(bool readOnly, const QString &vehicle)
     m_settings->setSaveOnDestroy(!readOnly);
     m_now = m_context.clock.now();
 
-    m_options->load();
+    m_options->load(!readOnly);
     m_currentName = vehicle.isEmpty() ? m_options->name : vehicle;
     m_installPath = m_options->path;
 
@@ -156,15 +156,15 @@ void VehicleSession::refreshFigures()
     if (!m_readOnly)
         ReminderEngine::writeToday(preferences, status.reminders);
 
+    // "No Data" is for the moment before a vehicle is chosen; an opened vehicle shows its
+    // figures, an economy of 0 when its log holds no full fill-up yet.
     const bool open = hasProfile();
     m_figures.odometer = open ? counter(status.odometerTiles, status.lastOdometerText.trimmed())
                               : noData(status.odometerTiles);
-    // Economy counters stay at "No Data" until the log holds a full fill-up.
-    const bool economy = open && m_log.scan().hasFullFill;
-    m_figures.currentEconomy = economy
+    m_figures.currentEconomy = open
         ? counter(status.currentEconomyTiles, cformat("%3.2f", status.currentEconomy))
         : noData(status.currentEconomyTiles);
-    m_figures.averageEconomy = economy
+    m_figures.averageEconomy = open
         ? counter(status.averageEconomyTiles, cformat("%3.2f", status.averageEconomy))
         : noData(status.averageEconomyTiles);
     m_figures.economyAlert = status.averageEconomy > status.currentEconomy;
@@ -191,14 +191,12 @@ void VehicleSession::saveLastServices()
 {
     if (m_readOnly || !hasProfile())
         return;
-    // The scan's last services replace the stored ones; a reminder the log never matched keeps
-    // what the profile had, so values set by hand in Setup survive a log without such entries.
+    // The scan's figures are saved as they are (0 when no entry matched), so the reminder lines
+    // and the reminder screens, which read these keys, agree after an entry is deleted.
     const LogScan &scan = m_log.scan();
     for (int i = 0; i < ReminderCount; ++i) {
-        if (scan.lastServiceOdometer[i] != 0.0 || scan.lastServiceDate[i] != 0) {
-            m_vehicle.lastMileage[i] = scan.lastServiceOdometer[i];
-            m_vehicle.lastDate[i] = scan.lastServiceDate[i];
-        }
+        m_vehicle.lastMileage[i] = scan.lastServiceOdometer[i];
+        m_vehicle.lastDate[i] = scan.lastServiceDate[i];
     }
     VehicleProfile::saveLastServices(*m_settings, m_vehicle);
 }
@@ -224,12 +222,13 @@ void VehicleSession::selectVehicle(const QString &name)
 {
     m_currentName = name;
     m_options->name = name;
-    if (!m_readOnly)
-        m_options->save(m_vehicle, m_log.scan().lastOdometer);
     m_reminders.clear();
     loadProfile();
     resetCounters();
     reopen();
+    // Written once the vehicle is open, so LastMileage and the Reminder values are its own.
+    if (!m_readOnly)
+        m_options->save(m_vehicle, m_log.scan().lastOdometer);
 }
 
 bool VehicleSession::profileFolderIsElsewhere() const
@@ -347,4 +346,25 @@ void VehicleSession::addFullRestoreLine()
     const QString date = m_context.preferences().getString(PreferenceSections::listAttributes(),
                                                            u"LastRestoreDate"_s, u"Unknown"_s);
     m_reminders.prepend({ u"Full Restore: "_s + date, 7 });
+}
+
+void VehicleSession::reloadAfterSetup(const QString &currentName)
+{
+    SettingsLocator locator(m_context.paths, m_context.reporter);
+    if (!locator.reload(*m_settings))
+        return;
+    // The list in memory belongs to the file it was read from: after a new vehicle, a delete or a
+    // VIN change it must not be written into another vehicle's log.
+    const QString openPath = databasePath();
+    if (currentName != m_currentName)
+        VehicleProfile::resetToDefaults(m_vehicle);
+    m_currentName = currentName;
+    m_vehicleNames = VehicleProfile::readVehicleList(*m_settings, m_currentName).names;
+    VehicleProfile::loadTripSettings(*m_settings, m_tripSettings);
+    loadProfile();
+    resetCounters();
+    m_reminders.clear();
+    if (databasePath() == openPath)
+        saveDatabase();
+    reopen();
 }

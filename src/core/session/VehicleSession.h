@@ -53,13 +53,16 @@ public:
     // Start-up: options, settings location (templates copied when missing), vehicle list,
     // profile, database open with scan and reminders. Read-only sessions (the CLI's reading
     // commands) create what is missing but never rewrite an existing file. A vehicle name given
-    // here is opened instead of the options' current vehicle, without becoming the current one;
-    // false (after a message) when the settings file has no such vehicle, and nothing is opened.
+    // here is opened instead of the options' current vehicle (saveOptions() then makes it the
+    // current one); false (after a message) when the settings file has no such vehicle, and
+    // nothing is opened.
     bool start(bool readOnly = false, const QString &vehicle = QString());
     // The last start-up step: save the database, the last-done values, SetupDate and Versions.
     void saveAfterStartup();
     // Exit: write the options.
     bool saveOptions();
+    // The options of the run; the History screen keeps its filter in them until exit.
+    Options &options() { return *m_options; }
 
     QStringList vehicleNames() const { return m_vehicleNames; }
     int currentVehicleIndex() const;
@@ -105,6 +108,9 @@ public:
     // The "Full Backup: %s" / "Full Restore: %s" lines after a full backup / restore.
     void addFullBackupLine();
     void addFullRestoreLine();
+    // After Setup: reload the settings file ("ERROR 106" on failure), the vehicle list and the
+    // profile of currentName, then save the log when it is still this vehicle's file, and reopen.
+    void reloadAfterSetup(const QString &currentName);
 
     // The host data folder (ends with "/").
     QString dataFolder() const;

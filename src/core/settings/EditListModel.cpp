@@ -22,8 +22,7 @@ bool EditListModel::reload()
     m_rows.clear();
     m_selected = -1;
     if (!m_ini.Load(m_path)) {
-        // Don't let the settings object leave an empty list file behind when it goes away.
-        m_ini.Load(QString());
+        // The object keeps the path, so a missing list file comes back empty when it goes away.
         m_reporter.error(loadErrorMessage());
         return false;
     }

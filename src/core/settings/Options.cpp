@@ -33,7 +33,7 @@ Options::Options(SettingsStore &store, Reporter &reporter, const Clock &clock)
     , m_clock(clock)
 { }
 
-bool Options::load()
+bool Options::load(bool report)
 {
     quint32 r5Value = 0;
     quint32 r6Value = 0;
@@ -45,7 +45,8 @@ bool Options::load()
     endDate = end;
 
     if (!m_store.keyExists(key())) {
-        m_reporter.warning(loadErrorMessage());
+        if (report)
+            m_reporter.plain(loadErrorMessage());
         return false;
     }
     m_store.queryDword(key(), u"R5"_s, &r5Value);
@@ -70,7 +71,7 @@ bool Options::load()
 bool Options::save(const VehicleSettings &vehicle, double currentOdometer)
 {
     if (!m_store.createKey(key())) {
-        m_reporter.warning(saveErrorMessage());
+        m_reporter.plain(saveErrorMessage());
         return false;
     }
     const auto reminders = reminderValues(vehicle, currentOdometer);

@@ -29,8 +29,9 @@ public:
     static QString saveErrorMessage() { return QStringLiteral("Unable to update REGKEY_OPTIONS"); }
 
     // Reads the values; false (after a message) when the key doesn't exist, and then only the
-    // date range and R5/R6 have been reset to their defaults.
-    bool load();
+    // date range and R5/R6 have been reset to their defaults. A reader that will never save
+    // corrects nothing, so it passes report = false and nothing is said.
+    bool load(bool report = true);
     // Writes every value, creating the key when needed. currentOdometer gives LastMileage and
     // decides which Reminder values are non-zero.
     bool save(const VehicleSettings &vehicle, double currentOdometer);

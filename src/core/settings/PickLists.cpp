@@ -7,15 +7,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-// A settings object saves itself to its path when it goes away; after a failed load that
-// would leave an empty file behind, so the path is dropped (an empty name never opens).
-void forgetPath(IniFile &ini)
-{
-    ini.Load(QString());
-}
-} // namespace
-
 QString PickLists::listsPath(const DevicePaths &paths)
 {
     return paths.dataFolder() + fileName();
@@ -47,21 +38,19 @@ QStringList PickLists::items(const IniFile &ini, const QString &section)
 
 QStringList PickLists::loadItems(const QString &hostPath, const QString &section)
 {
+    // A list file that is missing comes back empty (the byte-order mark alone) when the object
+    // goes away, so the next start does not need to fetch the templates again.
     IniFile ini;
-    if (!ini.Load(hostPath)) {
-        forgetPath(ini);
+    if (!ini.Load(hostPath))
         return {};
-    }
     return items(ini, section);
 }
 
 bool PickLists::seedRepairList(const QString &hostPath, const std::array<QString, 5> &customNames)
 {
     IniFile ini;
-    if (!ini.Load(hostPath)) {
-        forgetPath(ini);
+    if (!ini.Load(hostPath))
         return false;
-    }
     QStringList list = items(ini, repairList());
     for (const QString &name : customNames) {
         if (!name.isEmpty() && !list.contains(name))
@@ -87,7 +76,8 @@ bool PickLists::loadForTrip(IniFile &ini, const DevicePaths &paths, const QStrin
         ini.Save(userCopy);
         return true;
     }
-    forgetPath(ini);
+    // The object would otherwise write an empty list into the install folder when it goes away.
+    ini.Load(QString());
     reporter.error(tripLoadErrorMessage());
     return false;
 }

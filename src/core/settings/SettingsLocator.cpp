@@ -80,8 +80,10 @@ bool SettingsLocator::locate(QString &installFolder, IniFile &settings)
     if (!QFileInfo::exists(listsFile)) {
         installFolder = normaliseInstallFolder(installFolder);
         const QString from = templateFolder(installFolder);
-        // Both files are replaced, the user's settings too: Lists.ini missing means a fresh start.
-        copyReplacing(from + u"Velcora.ini"_s, settingsFile);
+        // A missing Lists.ini is restored alone: the user's vehicles in an existing Velcora.ini
+        // are never replaced by the template's sample vehicle.
+        if (!QFileInfo::exists(settingsFile))
+            copyReplacing(from + u"Velcora.ini"_s, settingsFile);
         copyReplacing(from + u"Lists.ini"_s, listsFile);
         installFolder = dataFolderDevicePath();
     }

@@ -2,6 +2,9 @@
 
 #include <QDir>
 #include <QFileDialog>
+#include <QPushButton>
+
+#include "widgets/ScreenFit.h"
 
 using namespace Qt::StringLiterals;
 
@@ -16,7 +19,30 @@ QString withSlash(const QString &folder)
 
 QString DialogFileChooser::chooseFolder(QWidget *parent, const QString &caption, const QString &startFolder)
 {
-    return withSlash(QFileDialog::getExistingDirectory(parent, caption, startFolder));
+    QFileDialog dialog(parent, caption, startFolder);
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    fitToScreen(dialog);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return QString();
+    return withSlash(dialog.selectedFiles().constFirst());
+}
+
+void DialogFileChooser::fitToScreen(QFileDialog &dialog)
+{
+    // The dialog's own minimum is wider than a 480 px screen: let it shrink, drop the side bar of
+    // places there, and size it to the room on the screen.
+    const QSize room = ScreenFit::room(&dialog);
+    dialog.setMinimumSize(QSize(0, 0));
+    if (room.width() < 640) {
+        if (QWidget *sidebar = dialog.findChild<QWidget *>(u"sidebar"_s))
+            sidebar->hide();
+    }
+    // Buttons big enough to touch.
+    for (QPushButton *button : dialog.findChildren<QPushButton *>())
+        button->setMinimumHeight(32);
+    ScreenFit::resize(&dialog, QSize(720, 520));
 }
 
 QString DialogFileChooser::chooseOpenFile(QWidget *parent, const QString &caption, const QString &startFolder,
@@ -29,9 +55,16 @@ QString DialogFileChooser::chooseOpenFile(QWidget *parent, const QString &captio
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     if (!proposedName.isEmpty())
         dialog.selectFile(QDir(startFolder).filePath(proposedName));
+    fitToScreen(dialog);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return QString();
     return dialog.selectedFiles().constFirst();
+}
+
+QString DialogFileChooser::chooseSaveFile(QWidget *parent, const QString &caption, const QString &startFolder,
+                                          const QString &proposedName, const QString &filter)
+{
+    return QFileDialog::getSaveFileName(parent, caption, QDir(startFolder).filePath(proposedName), filter);
 }
 
 QString ScriptedFileChooser::next()
@@ -49,5 +82,12 @@ QString ScriptedFileChooser::chooseOpenFile(QWidget *, const QString &, const QS
                                             const QString &proposedName, const QString &)
 {
     m_requests.append(u"file "_s + startFolder + u' ' + proposedName);
+    return next();
+}
+
+QString ScriptedFileChooser::chooseSaveFile(QWidget *, const QString &, const QString &startFolder,
+                                            const QString &proposedName, const QString &)
+{
+    m_requests.append(u"save "_s + startFolder + u' ' + proposedName);
     return next();
 }

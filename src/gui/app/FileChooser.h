@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringList>
 
+class QFileDialog;
 class QWidget;
 
 // The file browser: a folder to write into, or a file to read. The program uses the platform's
@@ -20,6 +21,10 @@ public:
     virtual QString chooseOpenFile(QWidget *parent, const QString &caption, const QString &startFolder,
                                    const QString &proposedName, const QString &filter)
         = 0;
+    // The full path of a file to write (it may exist), or an empty string when the user cancels.
+    virtual QString chooseSaveFile(QWidget *parent, const QString &caption, const QString &startFolder,
+                                   const QString &proposedName, const QString &filter)
+        = 0;
 };
 
 // QFileDialog.
@@ -29,10 +34,16 @@ public:
     QString chooseFolder(QWidget *parent, const QString &caption, const QString &startFolder) override;
     QString chooseOpenFile(QWidget *parent, const QString &caption, const QString &startFolder,
                            const QString &proposedName, const QString &filter) override;
+    QString chooseSaveFile(QWidget *parent, const QString &caption, const QString &startFolder,
+                           const QString &proposedName, const QString &filter) override;
+
+    // Sizes a file dialog to the screen it opens on (a 480x640 screen included).
+    static void fitToScreen(QFileDialog &dialog);
 };
 
 // Answers from a queue (an empty answer, or an empty queue, is a cancel) and remembers what it
-// was asked, one line per request: "folder <start>" or "file <start> <proposed name>".
+// was asked, one line per request: "folder <start>", "file <start> <proposed name>" or
+// "save <start> <proposed name>".
 class ScriptedFileChooser : public FileChooser
 {
 public:
@@ -43,6 +54,8 @@ public:
 
     QString chooseFolder(QWidget *parent, const QString &caption, const QString &startFolder) override;
     QString chooseOpenFile(QWidget *parent, const QString &caption, const QString &startFolder,
+                           const QString &proposedName, const QString &filter) override;
+    QString chooseSaveFile(QWidget *parent, const QString &caption, const QString &startFolder,
                            const QString &proposedName, const QString &filter) override;
 
 private:

@@ -6,11 +6,17 @@
 #include "HelpLauncher.h"
 #include "VehicleSelector.h"
 #include "calc/CounterTiles.h"
+#include "dataview/HistoryDialog.h"
 #include "forms/EntryFormRunner.h"
+#include "log/VehicleBackup.h"
 #include "platform/CFormat.h"
+#include "reminders/ReminderDialog.h"
 #include "session/VehicleSession.h"
+#include "setup/SetupRunner.h"
+#include "stats/StatisticsContext.h"
 #include "storage/FullBackupDialog.h"
 #include "widgets/IconArt.h"
+#include "widgets/ScreenFit.h"
 #include "widgets/TileCounter.h"
 
 #include <QCloseEvent>
@@ -19,6 +25,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QSignalBlocker>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -75,7 +82,8 @@ MainWindow::MainWindow(VehicleSession &session, FileChooser &chooser, HelpLaunch
     setWindowIcon(IconArt::icon(IconArt::Picture::Fuel));
     buildActions();
     setCentralWidget(buildCentre());
-    resize(480, 640);
+    // A 480x640 window, or less on a smaller screen (the frame's title bar needs room too).
+    ScreenFit::resize(this, QSize(480, 640));
     refresh();
 }
 
@@ -121,19 +129,44 @@ void MainWindow::buildActions()
     m_tripsAction->setIconText(u"Trips"_s);
     connect(m_tripsAction, &QAction::triggered, this, [this] { addEntry(CVCItem::Trip); });
 
+    m_viewDataAction = new QAction(IconArt::icon(IconArt::Picture::Inspection), u"&View Data"_s, this);
+    m_viewDataAction->setShortcut(QKeySequence(u"Ctrl+D"_s));
+    m_viewDataAction->setIconText(u"View Data"_s);
+    connect(m_viewDataAction, &QAction::triggered, this, &MainWindow::viewData);
+    // Ctrl+Q quits from anywhere in the window; it has no line of its own in the TOOLS menu.
+    m_quitAction = new QAction(u"&Quit"_s, this);
+    m_quitAction->setShortcut(QKeySequence(u"Ctrl+Q"_s));
+    m_quitAction->setShortcutContext(Qt::ApplicationShortcut);
+    connect(m_quitAction, &QAction::triggered, this, &QWidget::close);
+    addAction(m_quitAction);
+
     for (QAction *action : { m_helpAction, m_aboutAction, m_backupAction, m_restoreAction, m_fuelAction,
-                             m_repairsAction, m_tripsAction })
+                             m_repairsAction, m_tripsAction, m_viewDataAction })
         action->setToolTip(action->text().remove(u'&') + u" ("_s
                            + action->shortcut().toString(QKeySequence::NativeText) + u')');
+    buildMenu();
+    buildToolBar();
+}
 
+// The TOOLS menu: every command. A new command is one action made in buildActions() and one
+// line here.
+void MainWindow::buildMenu()
+{
     QMenu *tools = menuBar()->addMenu(u"&TOOLS"_s);
     tools->setObjectName(u"toolsMenu"_s);
     tools->addAction(m_fuelAction);
     tools->addAction(m_repairsAction);
     tools->addAction(m_tripsAction);
+    QAction *reminders = tools->addAction(
+        u"&Reminders"_s, this, [this] { ReminderDialog::showReminders(m_session, m_chooser, this); });
+    reminders->setObjectName(u"remindersAction"_s);
+    tools->addAction(m_viewDataAction);
+    m_setupAction = tools->addAction(u"&Setup / Edit"_s, this, &MainWindow::showSetup);
     tools->addSeparator();
     tools->addAction(m_helpAction);
     tools->addAction(m_aboutAction);
+    tools->addAction(u"&Statistics"_s, this, [this] { showStatisticsMenu(this, m_session); })
+        ->setObjectName(u"statisticsAction"_s);
     tools->addSeparator();
     QMenu *storage = tools->addMenu(u"&Backup / Restore"_s);
     storage->addAction(m_backupAction);
@@ -145,7 +178,12 @@ void MainWindow::buildActions()
                                if (FullBackupDialog::openFromMainScreen(kind, m_session, this))
                                    refresh();
                            });
+}
 
+// The toolbar keeps only the commands used most, so that it fits a 480 px wide screen without
+// hiding any of them behind its overflow button; the rest are in the TOOLS menu.
+void MainWindow::buildToolBar()
+{
     QToolBar *bar = addToolBar(u"TOOLS"_s);
     bar->setObjectName(u"toolsBar"_s);
     bar->setMovable(false);
@@ -154,12 +192,9 @@ void MainWindow::buildActions()
     bar->addAction(m_fuelAction);
     bar->addAction(m_repairsAction);
     bar->addAction(m_tripsAction);
-    bar->addSeparator();
-    bar->addAction(m_backupAction);
-    bar->addAction(m_restoreAction);
+    bar->addAction(m_viewDataAction);
     bar->addSeparator();
     bar->addAction(m_helpAction);
-    bar->addAction(m_aboutAction);
     for (QAction *action : bar->actions())
         if (QWidget *button = bar->widgetForAction(action))
             button->setMinimumHeight(MinimumControlHeight);
@@ -188,6 +223,16 @@ QWidget *MainWindow::buildCentre()
     m_selector->setAccessibleName(u"Vehicle"_s);
     m_selector->setMinimumHeight(MinimumControlHeight + 4);
     body->addWidget(m_selector);
+
+    // Until a vehicle is chosen there is nothing to log into.
+    m_chooseHint = new QLabel(u"Choose a vehicle to start logging"_s, column);
+    m_chooseHint->setObjectName(u"chooseHint"_s);
+    m_chooseHint->setWordWrap(true);
+    m_chooseHint->setAlignment(Qt::AlignHCenter);
+    QFont hintFont = m_chooseHint->font();
+    hintFont.setBold(true);
+    m_chooseHint->setFont(hintFont);
+    body->addWidget(m_chooseHint);
     connect(m_selector, &QComboBox::currentIndexChanged, this, &MainWindow::selectionChanged);
     connect(m_selector, &VehicleSelector::popupShown, this, &MainWindow::dropDownOpened);
     connect(m_selector, &VehicleSelector::popupHidden, this, &MainWindow::dropDownClosed);
@@ -206,6 +251,13 @@ QWidget *MainWindow::buildCentre()
     gauges->addWidget(gauge(centre, m_currentLabel, m_current, new QLabel(centre)), 2);
     gauges->addWidget(gauge(centre, new QLabel(u"Average"_s, centre), m_average, new QLabel(centre)), 2);
     body->addLayout(gauges);
+
+    auto *remindersButton = new QPushButton(u"REMINDERS"_s, centre);
+    remindersButton->setObjectName(u"remindersButton"_s);
+    remindersButton->setMinimumHeight(MinimumControlHeight);
+    connect(remindersButton, &QPushButton::clicked, this,
+            [this] { ReminderDialog::showReminders(m_session, m_chooser, this); });
+    body->addWidget(remindersButton);
 
     auto *heading = new QLabel(u"Reminders"_s, centre);
     QFont headingFont = heading->font();
@@ -238,6 +290,11 @@ void MainWindow::refresh()
     fillSelector();
     showCounters();
     showReminders();
+    // New entries need a chosen vehicle: otherwise they would go to a log nobody sees.
+    const bool chosen = m_session.currentVehicleIndex() >= 0;
+    for (QAction *action : { m_fuelAction, m_repairsAction, m_tripsAction, m_viewDataAction })
+        action->setEnabled(chosen);
+    m_chooseHint->setVisible(!chosen);
 }
 
 void MainWindow::fillSelector()
@@ -333,7 +390,8 @@ void MainWindow::backupVehicle()
 
 void MainWindow::restoreVehicle()
 {
-    const QString proposed = cformat("%s.bak", m_session.vehicle().vin.toUtf8().constData());
+    // An empty VIN proposes "UnKnown.bak", the name a backup of that vehicle gets.
+    const QString proposed = VehicleBackup::proposedRestoreName(m_session.vehicle().vin);
     const QString file
         = m_chooser.chooseOpenFile(this, u"Vehicle Restore"_s, m_session.context().paths.root(), proposed,
                                    u"Backups (*.bak);;All files (*)"_s);
@@ -367,7 +425,21 @@ void MainWindow::closeEvent(QCloseEvent *event)
 
 void MainWindow::addEntry(int entryType)
 {
+    if (m_session.currentVehicleIndex() < 0)
+        return;
     // The session reopens the log after a save (a failed one too): show what it holds now.
     EntryFormRunner::addNew(m_session, CVCItem::EntryType(entryType), m_session.context().reporter, this);
+    refresh();
+}
+
+void MainWindow::showSetup()
+{
+    SetupRunner::run(m_session, m_session.context().reporter, this);
+    refresh();
+}
+
+void MainWindow::viewData()
+{
+    HistoryDialog::run(m_session, m_session.context().reporter, this);
     refresh();
 }

@@ -35,6 +35,10 @@ public:
     void restoreVehicle();
     // "Fuel", "Repairs", "Trips": a new entry through its form, kept when saved with an odometer.
     void addEntry(int entryType);
+    // "Setup / Edit": vehicles and their settings, then everything reloaded.
+    void showSetup();
+    // "View Data": the History screen; the log is reopened when it closes.
+    void viewData();
 
     VehicleSelector *vehicleSelector() const { return m_selector; }
     TileCounter *odometerCounter() const { return m_odometer; }
@@ -42,6 +46,7 @@ public:
     TileCounter *averageEconomyCounter() const { return m_average; }
     QListWidget *reminderList() const { return m_reminders; }
     QLabel *noRemindersLabel() const { return m_noReminders; }
+    QLabel *chooseVehicleHint() const { return m_chooseHint; }
     QAction *helpAction() const { return m_helpAction; }
     QAction *aboutAction() const { return m_aboutAction; }
     QAction *backupAction() const { return m_backupAction; }
@@ -49,6 +54,9 @@ public:
     QAction *fuelAction() const { return m_fuelAction; }
     QAction *repairsAction() const { return m_repairsAction; }
     QAction *tripsAction() const { return m_tripsAction; }
+    QAction *setupAction() const { return m_setupAction; }
+    QAction *viewDataAction() const { return m_viewDataAction; }
+    QAction *quitAction() const { return m_quitAction; }
 
     static QString preferenceSection();
 
@@ -57,6 +65,8 @@ protected:
 
 private:
     void buildActions();
+    void buildMenu();
+    void buildToolBar();
     QWidget *buildCentre();
     void selectionChanged(int index);
     void dropDownOpened();
@@ -84,4 +94,8 @@ private:
     QAction *m_fuelAction = nullptr;
     QAction *m_repairsAction = nullptr;
     QAction *m_tripsAction = nullptr;
+    QAction *m_setupAction = nullptr;
+    QAction *m_viewDataAction = nullptr;
+    QAction *m_quitAction = nullptr;
+    QLabel *m_chooseHint = nullptr;
 };

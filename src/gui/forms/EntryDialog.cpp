@@ -12,10 +12,12 @@
 #include <QRegularExpressionValidator>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QTimeEdit>
 #include <QVBoxLayout>
 
 #include "platform/Reporter.h"
+#include "widgets/ScreenFit.h"
 
 using namespace Qt::StringLiterals;
 
@@ -43,6 +45,9 @@ EntryDialog::EntryDialog(const QString &title, Reporter &reporter, QWidget *pare
     m_cancel->setObjectName(u"cancel"_s);
     connect(m_save, &QPushButton::clicked, this, [this] { saveClicked(); });
     connect(m_cancel, &QPushButton::clicked, this, &QDialog::reject);
+    // Ctrl+S saves, as the Save button does.
+    auto *save = new QShortcut(QKeySequence::Save, this);
+    connect(save, &QShortcut::activated, this, [this] { saveClicked(); });
 
     auto *buttons = new QHBoxLayout;
     buttons->setContentsMargins(8, 4, 8, 8);
@@ -60,8 +65,13 @@ void EntryDialog::finishLayout()
 {
     const auto widgets = findChildren<QWidget *>();
     for (QWidget *widget : widgets) {
-        if (qobject_cast<QLineEdit *>(widget) || qobject_cast<QComboBox *>(widget)
-            || qobject_cast<QAbstractButton *>(widget) || qobject_cast<QDateTimeEdit *>(widget)) {
+        // The edit field inside a combo box or a date field is sized by its owner; made 32 px
+        // itself it would cover the owner's bottom edge.
+        const bool inner = qobject_cast<QComboBox *>(widget->parentWidget())
+            || qobject_cast<QAbstractSpinBox *>(widget->parentWidget());
+        if (!inner
+            && (qobject_cast<QLineEdit *>(widget) || qobject_cast<QComboBox *>(widget)
+                || qobject_cast<QAbstractButton *>(widget) || qobject_cast<QDateTimeEdit *>(widget))) {
             widget->setMinimumHeight(qMax(widget->minimumHeight(), TouchHeight));
         }
         // No button is the default one: Enter is handled in keyPressEvent.
@@ -70,16 +80,18 @@ void EntryDialog::finishLayout()
             button->setDefault(false);
         }
     }
-    // As big as the controls want, up to a 480x640 screen; the scroll area takes the rest.
+    // As big as the controls want, up to a 480x640 screen and never beyond the screen it opens on;
+    // the scroll area takes the rest, so Save and Cancel always stay in sight.
+    const QSize room = ScreenFit::room(this).boundedTo(QSize(MaxWidth, MaxHeight));
     const QSize content = m_scroll->widget()->sizeHint();
     const int buttons = m_save->sizeHint().height() + 12;
     const int scrollBar = m_scroll->verticalScrollBar()->sizeHint().width();
-    const int width = qBound(360, content.width() + scrollBar, MaxWidth);
+    const int width = qBound(qMin(360, room.width()), content.width() + scrollBar, room.width());
     // Wrapped hint texts grow taller as the width shrinks.
     QWidget *inner = m_scroll->widget();
     const int height
         = inner->hasHeightForWidth() ? inner->heightForWidth(width - scrollBar) : content.height();
-    resize(width, qMin(qMax(height, content.height()) + buttons + 16, MaxHeight));
+    resize(width, qMin(qMax(height, content.height()) + buttons + 16, room.height()));
 }
 
 void EntryDialog::keyPressEvent(QKeyEvent *event)

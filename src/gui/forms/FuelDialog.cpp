@@ -40,9 +40,12 @@ FuelDialog::FuelDialog(const EntryFormContext &context, CVCItem &record, const Q
     m_priceUnit = new QLabel(u"/ Gallon"_s);
     m_temperature = integerEdit(u"temperature"_s);
     m_total = decimalEdit(u"total"_s);
+    // Display only, yet readable: read-only rather than greyed out, and out of the Tab chain.
     m_economy = new QLineEdit;
     m_economy->setObjectName(u"economy"_s);
-    m_economy->setEnabled(false);
+    m_economy->setReadOnly(true);
+    m_economy->setFocusPolicy(Qt::NoFocus);
+    m_economy->setBackgroundRole(QPalette::Window);
     m_note = new QPlainTextEdit;
     m_note->setObjectName(u"note"_s);
     m_note->setTabChangesFocus(true);
@@ -92,6 +95,7 @@ FuelDialog::FuelDialog(const EntryFormContext &context, CVCItem &record, const Q
 
     connect(m_quantity, &QLineEdit::textEdited, this, &FuelDialog::quantityEdited);
     connect(m_price, &QLineEdit::textEdited, this, &FuelDialog::priceEdited);
+    connect(m_total, &QLineEdit::textEdited, this, [this] { m_totalEdited = true; });
     connect(m_unit, &QComboBox::currentTextChanged, this, &FuelDialog::unitEdited);
     connect(m_stationButton, &QPushButton::clicked, this, &FuelDialog::stationClicked);
     connect(m_odometer, &QLineEdit::editingFinished, this, [this] { readControls(false); });
@@ -126,10 +130,13 @@ bool FuelDialog::readControls(bool strict)
         values.temperature = whole;
     else if (strict)
         return requestNumber(m_temperature, EntryForms::integerRequest());
-    if (EntryForms::parseNumber(m_total->text(), &number))
-        values.amount = number;
-    else if (strict)
-        return requestNumber(m_total, EntryForms::numberRequest());
+    // The total is shown in cents; only a total the user typed replaces the computed one.
+    if (m_totalEdited) {
+        if (EntryForms::parseNumber(m_total->text(), &number))
+            values.amount = number;
+        else if (strict)
+            return requestNumber(m_total, EntryForms::numberRequest());
+    }
     values.note = m_note->toPlainText();
     return true;
 }
@@ -147,7 +154,7 @@ void FuelDialog::showValues()
     setText(m_price, values.priceText);
     m_priceUnit->setText(FuelForm::priceUnitText(values.unitText));
     setText(m_temperature, QString::number(values.temperature));
-    setText(m_total, EntryForms::numberText(values.amount));
+    setText(m_total, cformat("%.2f", values.amount));
     // Display only, never read back: two places are all it needs.
     setText(m_economy, cformat("%.2f", values.economy));
     if (m_note->toPlainText() != values.note)

@@ -27,6 +27,7 @@ public:
     QComboBox *stationCombo() const { return m_station; }
     QLineEdit *quantityEdit() const { return m_quantity; }
     QComboBox *unitCombo() const { return m_unit; }
+    QLabel *priceUnitLabel() const { return m_priceUnit; }
     QCheckBox *notFullBox() const { return m_notFull; }
     QLineEdit *priceEdit() const { return m_price; }
     QLineEdit *temperatureEdit() const { return m_temperature; }
@@ -61,6 +62,7 @@ private:
     QCheckBox *m_notFull = nullptr;
     QLineEdit *m_price = nullptr;
     QLabel *m_priceUnit = nullptr;
+    bool m_totalEdited = false;
     QLineEdit *m_temperature = nullptr;
     QLineEdit *m_total = nullptr;
     QLineEdit *m_economy = nullptr;

@@ -47,20 +47,17 @@ TripDialog::TripDialog(const EntryFormContext &context, CVCItem &record, const D
     bold.setBold(true);
     m_vehicle->setFont(bold);
 
-    const auto combo = [](const QString &name) {
-        QComboBox *box = pickListCombo(name);
-        box->lineEdit()->setMaxLength(TripForm::ComboTextLimit);
-        return box;
-    };
     m_contactButton = new QPushButton(u"contact"_s);
     m_contactButton->setObjectName(u"contactButton"_s);
-    m_contact = combo(u"contact"_s);
+    m_contact = pickListCombo(u"contact"_s);
     m_purposeButton = new QPushButton(u"purpose"_s);
     m_purposeButton->setObjectName(u"purposeButton"_s);
-    m_purpose = combo(u"purpose"_s);
+    m_purpose = pickListCombo(u"purpose"_s);
     m_destinationButton = new QPushButton(u"destination"_s);
     m_destinationButton->setObjectName(u"destinationButton"_s);
-    m_destination = combo(u"destination"_s);
+    // Only the destination is limited; contact and purpose take any length.
+    m_destination = pickListCombo(u"destination"_s);
+    m_destination->lineEdit()->setMaxLength(TripForm::ComboTextLimit);
     m_note = new QPlainTextEdit;
     m_note->setObjectName(u"note"_s);
     m_note->setTabChangesFocus(true);

@@ -122,16 +122,24 @@ void TestVehicleBackup::restore_data()
     QTest::addColumn<QByteArray>("backup"); // null: no file at all
     QTest::addColumn<EntryList>("entries"); // the list afterwards
     QTest::addColumn<QString>("message");
+    QTest::addColumn<bool>("copyBlocked"); // a folder in the way of the kept copy
     QTest::newRow("two entries") << archiveOf({ MaintenanceHex, FuelHex })
                                  << EntryList { sampleMaintenance(), sampleFuel() }
-                                 << u"Backup restored for My Car"_s;
-    QTest::newRow("empty backup") << hex("00000000") << EntryList() << u"Backup restored for My Car"_s;
+                                 << u"Backup restored for My Car"_s << false;
+    QTest::newRow("empty backup") << hex("00000000") << EntryList() << u"Backup restored for My Car"_s
+                                  << false;
     QTest::newRow("missing file") << QByteArray() << EntryList { sampleTrip() }
-                                  << u"ERROR 106! Unable to restore My Car"_s;
+                                  << u"ERROR 106! Unable to restore My Car"_s << false;
     QTest::newRow("truncated")
         << LogArchive::encode({ sampleFuel() }).chopped(2) << EntryList { sampleTrip() }
         << u"ERROR 106! Unable to restore My Car\nThe log file %1 is damaged: the file "
-           "ends too early (at byte 177, 2 more bytes needed)."_s;
+           "ends too early (at byte 177, 2 more bytes needed)."_s
+        << false;
+    QTest::newRow("current log can't be kept")
+        << hex("00000000") << EntryList { sampleTrip() }
+        << u"ERROR 106! Unable to restore My Car\nThe current log could not be kept as %2, so nothing "
+           "was restored."_s
+        << true;
 }
 
 void TestVehicleBackup::restore()
@@ -139,7 +147,11 @@ void TestVehicleBackup::restore()
     QFETCH(QByteArray, backup);
     QFETCH(EntryList, entries);
     QFETCH(QString, message);
+    QFETCH(bool, copyBlocked);
     const QString file = m_cards + u"/VIN7.bak"_s;
+    const QString kept = m_data + u"VIN7.vcb.before-restore"_s;
+    if (copyBlocked)
+        QVERIFY(QDir().mkpath(kept));
     if (!backup.isNull())
         QVERIFY(writeBytes(file, backup));
     const QByteArray before = archiveOf({ TripHex });
@@ -150,10 +162,13 @@ void TestVehicleBackup::restore()
     RecordingReporter reporter;
     const bool ok = message.startsWith(u"Backup restored"_s);
     QCOMPARE(VehicleBackup::restore(log, file, u"My Car"_s, m_data, u"VIN7"_s, reporter), ok);
-    QCOMPARE(reporter.texts(), QStringList { message.replace(u"%1"_s, file) });
-    // A failed restore keeps the list and the database; a bad backup is left where it is.
+    QCOMPARE(reporter.texts(), QStringList { message.replace(u"%1"_s, file).replace(u"%2"_s, kept) });
+    // A failed restore keeps the list and the database; a bad backup is left where it is. What a
+    // restore replaced is kept beside the log.
     QVERIFY(log.entries() == entries);
     QCOMPARE(fileBytes(m_data + u"VIN7.vcb"_s), ok ? backup : before);
+    if (!copyBlocked)
+        QCOMPARE(fileBytes(kept), ok ? before : QByteArray("<missing>"));
     QCOMPARE(fileBytes(file), backup.isNull() ? QByteArray("<missing>") : backup);
 }
 

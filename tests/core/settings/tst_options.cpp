@@ -46,8 +46,15 @@ void TestOptions::loadWithoutKey()
     Options options(store, reporter, clock);
     options.startDate = 5;
     options.r5 = 3;
+    // A reader that never saves has nothing to correct and says nothing.
+    QVERIFY(!options.load(false));
+    QCOMPARE(reporter.texts(), QStringList());
     QVERIFY(!options.load());
-    QCOMPARE(reporter.texts(), QStringList { u"REGKEY_OPTIONS error detected, Attempting to correct."_s });
+    // A plain box with OK, no warning icon.
+    QCOMPARE(
+        reporter.messages(),
+        (QList<RecordingReporter::Message> {
+            { Reporter::Kind::Plain, u"REGKEY_OPTIONS error detected, Attempting to correct."_s, {} } }));
     QCOMPARE(options.name, u"Select Vehicle"_s);
     QCOMPARE(options.path, u"\\Program Files\\Tarvane"_s);
     QCOMPARE(options.startDate, 0.0);
@@ -153,7 +160,9 @@ void TestOptions::saveFailure()
     FixedClock clock(now);
     Options options(store, reporter, clock);
     QVERIFY(!options.save(VehicleSettings(), 100));
-    QCOMPARE(reporter.texts(), QStringList { u"Unable to update REGKEY_OPTIONS"_s });
+    QCOMPARE(reporter.messages(),
+             (QList<RecordingReporter::Message> {
+                 { Reporter::Kind::Plain, u"Unable to update REGKEY_OPTIONS"_s, {} } }));
     QVERIFY(!store.keyExists(optionsKey));
     QCOMPARE(store.writeOrder(optionsKey), QStringList());
 }

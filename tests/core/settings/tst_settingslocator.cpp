@@ -112,9 +112,11 @@ void TestSettingsLocator::startUp_data()
         << false << false << QString() << data << true << true << QStringList();
     QTest::newRow("first start, short-path default")
         << false << false << u"\\My Documents"_s << data << true << true << QStringList();
-    // A missing Lists.ini brings both templates back, over the user's settings.
+    // A missing Lists.ini is restored alone; the user's vehicles stay.
     QTest::newRow("Lists.ini missing")
-        << true << false << u"\\Program Files\\Tarvane"_s << data << true << true << QStringList();
+        << true << false << u"\\Program Files\\Tarvane"_s << data << false << true << QStringList();
+    QTest::newRow("Lists.ini missing, Path names the data folder")
+        << true << false << data << data << false << true << QStringList();
     QTest::newRow("Velcora.ini missing") << false << true << u"\\Program Files\\Tarvane"_s << data << true
                                          << false << QStringList { u"Looking for Config"_s };
     QTest::newRow("both present: Path untouched")
@@ -191,11 +193,7 @@ void TestSettingsLocator::installFolderWithBothFilesWins()
 
 void TestSettingsLocator::copiesAreWritable()
 {
-    // A read-only settings file is replaced all the same, and the copies are ordinary writable files.
-    QVERIFY(write(dataFile(u"Velcora.ini"_s), userSettings));
-    QVERIFY(
-        QFile::setPermissions(dataFile(u"Velcora.ini"_s), QFileDevice::ReadOwner | QFileDevice::ReadUser));
-
+    // The template copies are ordinary writable files, whatever the resources' permissions are.
     RecordingReporter reporter;
     QString installFolder;
     {

@@ -1,0 +1,292 @@
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QtTest>
+
+#include <memory>
+
+#include "app/FileChooser.h"
+#include "app/HelpLauncher.h"
+#include "app/MainWindow.h"
+#include "log/LogArchive.h"
+#include "platform/AppContext.h"
+#include "reminders/ReminderDialog.h"
+#include "session/VehicleSession.h"
+#include "widgets/TileCounter.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// 2024-03-01 00:00:00 UTC.
+constexpr quint32 Now = 1709251200;
+
+class NoHelp : public HelpLauncher
+{
+public:
+    bool showHelp(QWidget *) override { return true; }
+};
+
+QList<int> whole(const char *digits, bool alert = false)
+{
+    QList<int> tiles;
+    for (const char *c = digits; *c; ++c)
+        tiles << (alert ? 211 : 198) + (*c - '0');
+    return tiles;
+}
+
+CVCItem entry(CVCItem::EntryType type, double odometer, const QString &text, quint32 date)
+{
+    CVCItem item;
+    item.entryType = type;
+    item.iconIndex = type == CVCItem::Fuel ? 0 : 4;
+    item.odometer = odometer;
+    item.typeText = text;
+    item.entryDate = date;
+    return item;
+}
+
+void shoot(QWidget *widget, const QString &name)
+{
+    widget->show();
+    QVERIFY(QTest::qWaitForWindowExposed(widget));
+    QCoreApplication::processEvents();
+    const QString folder
+        = qEnvironmentVariable("TARVANE_SCREENSHOTS", QStringLiteral(TARVANE_BINARY_DIR "/screenshots"));
+    QVERIFY(QDir().mkpath(folder));
+    QVERIFY(widget->grab().save(folder + u'/' + name + u".png"_s));
+}
+
+// Runs check on the next modal dialog, then closes it.
+void onNextModal(std::function<void(QDialog *)> check)
+{
+    QTimer::singleShot(0, [check] {
+        auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+        QVERIFY(dialog);
+        check(dialog);
+        dialog->reject();
+    });
+}
+
+} // namespace
+
+// The calendar case of the CLI tests: "My Car" with services in every state, and a log whose
+// tire rotation at the last reading (12346) is newer than the settings file.
+struct Sandbox
+{
+    Sandbox()
+        : context { DevicePaths(dir.path()), reporter, clock, locale, options, preferences }
+    {
+        const QString folder = context.paths.dataFolder();
+        QDir().mkpath(folder);
+        QFile::copy(u":/install/Lists.ini"_s, folder + u"Lists.ini"_s);
+        QFile::copy(QStringLiteral(TARVANE_TEST_DATA "/calc/due-calendar/Velcora.ini"),
+                    folder + u"Velcora.ini"_s);
+        QFile::setPermissions(folder + u"Velcora.ini"_s, QFile::ReadOwner | QFile::WriteOwner);
+        LogArchive().write(folder + u"MYCAR0001.vcb"_s,
+                           { entry(CVCItem::Fuel, 12000, u"Fuel"_s, 1704067200),
+                             entry(CVCItem::Maintenance, 12346, u"Rotate Tires"_s, 1708387200) });
+        options.setValue(u"Options"_s, u"Name"_s, u"My Car"_s);
+        session = std::make_unique<VehicleSession>(context);
+        session->start();
+        session->saveAfterStartup();
+        reporter.clear();
+    }
+
+    QTemporaryDir dir;
+    RecordingReporter reporter;
+    FixedClock clock { Now };
+    TestLocaleFormats locale;
+    MemorySettingsStore options;
+    MemorySettingsStore preferences;
+    AppContext context;
+    ScriptedFileChooser chooser;
+    std::unique_ptr<VehicleSession> session;
+};
+
+class TestReminders : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void fixedScreen();
+    void customScreen();
+    void saveToCalendar();
+    void settingsFileFails();
+    void mainWindowOpensReminders();
+};
+
+void TestReminders::fixedScreen()
+{
+    Sandbox box;
+    ReminderDialog dialog(ReminderDialog::Screen::Fixed, *box.session, box.chooser);
+    QCOMPARE(dialog.windowTitle(), u"Reminders"_s);
+    QCOMPARE(dialog.currentReadingCounter()->tiles(), whole("0012346"));
+    QStringList labels;
+    for (QLabel *label : dialog.rowLabels())
+        labels << label->text();
+    QCOMPARE(labels,
+             (QStringList { u"Lube, Oil and Filter Change"_s, u"Coolant Flush"_s, u"Transmission Service"_s,
+                            u"Engine Tune-Up"_s, u"Tire Rotate & Balance"_s }));
+    QList<QList<int>> dates;
+    QList<QList<int>> readings;
+    for (int i = 0; i < 5; ++i) {
+        dates << dialog.dateCounters().at(i)->tiles();
+        readings << dialog.readingCounters().at(i)->tiles();
+    }
+    // Apr 15th, no date, Feb 1st, Jan 31st (1970: never done), Aug 18th (from the log's rotation).
+    QCOMPARE(dates,
+             (QList<QList<int>> { { 252, 275 }, { 248, 292 }, { 250, 261 }, { 249, 291 }, { 256, 278 } }));
+    QCOMPARE(readings,
+             (QList<QList<int>> { whole("0012000", true), whole("0030000"), whole("0000000"),
+                                  whole("0000000"), whole("0018346") }));
+    for (const QString &caption : { u"REMINDER"_s, u"DATE"_s, u"MILEAGE"_s }) {
+        const QList<QLabel *> found = dialog.findChildren<QLabel *>();
+        QVERIFY2(std::any_of(found.begin(), found.end(), [&](QLabel *l) { return l->text() == caption; }),
+                 qPrintable(caption));
+    }
+    QCOMPARE(dialog.findChild<QLabel *>(u"overdueNote"_s)->text(),
+             u"Odometers that appear RED are overdue"_s);
+    for (const QString &caption : { u"OK"_s, u"Cancel"_s, u"CUSTOM"_s, u"Save to Calendar…"_s }) {
+        QVERIFY2(dialog.button(caption), qPrintable(caption));
+        QVERIFY(dialog.button(caption)->minimumHeight() >= 32);
+    }
+    QVERIFY(box.reporter.messages().isEmpty());
+    QVERIFY(dialog.sizeHint().width() <= 480 && dialog.sizeHint().height() <= 640);
+    shoot(&dialog, u"reminders"_s);
+    dialog.resize(480, 640);
+    shoot(&dialog, u"reminders-480x640"_s);
+}
+
+void TestReminders::customScreen()
+{
+    Sandbox box;
+    ReminderDialog dialog(ReminderDialog::Screen::Fixed, *box.session, box.chooser);
+    dialog.show();
+    bool seen = false;
+    onNextModal([&](QDialog *modal) {
+        auto *custom = qobject_cast<ReminderDialog *>(modal);
+        QVERIFY(custom);
+        seen = true;
+        QCOMPARE(custom->windowTitle(), u"Custom Reminders"_s);
+        QVERIFY(!custom->currentReadingCounter());
+        QStringList labels;
+        QList<QList<int>> tiles;
+        for (int i = 0; i < 5; ++i) {
+            labels << custom->rowLabels().at(i)->text();
+            tiles << custom->dateCounters().at(i)->tiles() << custom->readingCounters().at(i)->tiles();
+        }
+        QCOMPARE(labels,
+                 (QStringList { u"Cabin filter, Größe M; front"_s, u"Wax"_s, u"REMINDER 3  NOT SET"_s,
+                                u"REMINDER 4  NOT SET"_s, u"REMINDER 5  NOT SET"_s }));
+        const QList<int> noDate { 248, 292 };
+        QCOMPARE(tiles,
+                 (QList<QList<int>> { { 249, 291 },
+                                      whole("0025000"),
+                                      { 249, 271 },
+                                      whole("0011000", true),
+                                      noDate,
+                                      whole("0000000"),
+                                      noDate,
+                                      whole("0000000"),
+                                      noDate,
+                                      whole("0000000") }));
+        QVERIFY(custom->button(u"Close"_s));
+        QVERIFY(!custom->button(u"CUSTOM"_s));
+        QVERIFY(custom->button(u"Save to Calendar…"_s));
+        shoot(custom, u"reminders-custom"_s);
+        custom->resize(480, 640);
+        shoot(custom, u"reminders-custom-480x640"_s);
+    });
+    QTest::mouseClick(dialog.button(u"CUSTOM"_s), Qt::LeftButton);
+    QVERIFY(seen);
+}
+
+void TestReminders::saveToCalendar()
+{
+    Sandbox box;
+    ReminderDialog dialog(ReminderDialog::Screen::Fixed, *box.session, box.chooser);
+    const QString file = box.dir.filePath(u"car.ics"_s);
+
+    box.chooser.enqueueCancel();
+    dialog.saveToCalendar();
+    QVERIFY(!QFile::exists(file));
+
+    box.chooser.enqueue(file);
+    QTest::mouseClick(dialog.button(u"Save to Calendar…"_s), Qt::LeftButton);
+    QCOMPARE(box.chooser.requests(),
+             QStringList(2, u"save "_s + box.context.paths.myDocuments() + u" My Car.ics"_s));
+    QCOMPARE(box.reporter.texts(), QStringList { u"Saved 5 due dates to "_s + file });
+    QFile ics(file);
+    QVERIFY(ics.open(QIODevice::ReadOnly));
+    const QByteArray bytes = ics.readAll();
+    QVERIFY(bytes.startsWith("BEGIN:VCALENDAR\r\n"));
+    QCOMPARE(bytes.count("BEGIN:VEVENT"), 5);
+    // The file the command line writes for the same moment.
+    QCOMPARE(bytes, [] {
+        QFile expected(QStringLiteral(TARVANE_TEST_DATA "/calc/due-calendar/expected.ics"));
+        return expected.open(QIODevice::ReadOnly) ? expected.readAll() : QByteArray();
+    }());
+
+    // A folder that does not exist: the message, and nothing written.
+    box.reporter.clear();
+    const QString bad = box.dir.filePath(u"none/car.ics"_s);
+    box.chooser.enqueue(bad);
+    dialog.saveToCalendar();
+    QCOMPARE(box.reporter.messages().size(), 1);
+    QCOMPARE(box.reporter.messages().first().kind, Reporter::Kind::Error);
+    QVERIFY(box.reporter.texts().first().startsWith(u"Unable to write the calendar file "_s + bad));
+    QVERIFY(!QFile::exists(bad));
+}
+
+void TestReminders::settingsFileFails()
+{
+    Sandbox box;
+    const QString ini = box.context.paths.dataFolder() + u"Velcora.ini"_s;
+    QVERIFY(QFile::remove(ini));
+    ReminderDialog dialog(ReminderDialog::Screen::Custom, *box.session, box.chooser);
+    QCOMPARE(
+        box.reporter.texts(),
+        QStringList {
+            u"ERROR 601:Cannot load ini file.\nPlease check your documentation\nfor possible causes."_s });
+    // Empty values: as if never done. Wax falls due at its interval, below the reading: red; the
+    // cabin filter's 365 days count from 1970 (Jan 1st 1971).
+    QCOMPARE(dialog.readingCounters().at(1)->tiles(), whole("0005000", true));
+    QCOMPARE(dialog.readingCounters().at(0)->tiles(), whole("0015000"));
+    QCOMPARE(dialog.dateCounters().at(0)->tiles(), (QList<int> { 249, 261 }));
+    QVERIFY(!QFile::exists(ini));
+}
+
+void TestReminders::mainWindowOpensReminders()
+{
+    Sandbox box;
+    NoHelp help;
+    MainWindow window(*box.session, box.chooser, help);
+    auto *button = window.findChild<QPushButton *>(u"remindersButton"_s);
+    QVERIFY(button);
+    QCOMPARE(button->text(), u"REMINDERS"_s);
+    auto *action = window.findChild<QAction *>(u"remindersAction"_s);
+    QVERIFY(action);
+    QCOMPARE(action->text().remove(u'&'), u"Reminders"_s);
+    window.show();
+
+    int opened = 0;
+    const auto check = [&](QDialog *dialog) {
+        QCOMPARE(dialog->windowTitle(), u"Reminders"_s);
+        ++opened;
+    };
+    onNextModal(check);
+    QTest::mouseClick(button, Qt::LeftButton);
+    onNextModal(check);
+    action->trigger();
+    QCOMPARE(opened, 2);
+    shoot(&window, u"main-with-reminders-button"_s);
+}
+
+QTEST_MAIN(TestReminders)
+#include "tst_reminders.moc"
