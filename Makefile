@@ -7,7 +7,7 @@ JOBS       ?= $(shell nproc)
 CCACHE := $(shell command -v ccache 2>/dev/null)
 CMAKE_FLAGS ?= $(if $(CCACHE),-DCMAKE_CXX_COMPILER_LAUNCHER=$(CCACHE))
 
-.PHONY: all deps build run test test-asan bench format format-check fuzz clean
+.PHONY: all deps build run test test-asan bench format format-check fuzz install package test-package clean
 
 all: build
 
@@ -25,6 +25,19 @@ run: build
 
 test: build
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)
+
+# Installs the programs, launcher entry, icons, manual pages and completion (DESTDIR is honoured).
+PREFIX ?= /usr/local
+install: build
+	cmake --install $(BUILD) --prefix $(PREFIX)
+
+# The Debian package, built by CPack from the same install rules: $(BUILD)/tarvane_<version>_<arch>.deb
+package: build
+	cd $(BUILD) && cpack -G DEB
+
+# Installs the package on this machine, checks it the way distributions do, and removes it again.
+test-package: package
+	./scripts/test-package.sh $(BUILD)
 
 # The same tests built with AddressSanitizer and UndefinedBehaviorSanitizer (clang).
 test-asan: deps

@@ -3,7 +3,9 @@
 # Runs apt-get as root, or through sudo when we are not root.
 set -euo pipefail
 
-packages=(cmake ninja-build g++ make qt6-base-dev qt6-svg-dev libgl-dev fonts-dejavu-core clang-format)
+# dpkg-dev and file: CPack works out the package's dependencies with dpkg-shlibdeps; groff-base
+# checks the manual pages.
+packages=(cmake ninja-build g++ make qt6-base-dev qt6-svg-dev libgl-dev fonts-dejavu-core clang-format dpkg-dev file groff-base)
 if [ "${1:-}" = "--ci" ]; then
     # The sanitizer build and the fuzzer need clang with its runtime.
     packages+=(clang libclang-rt-14-dev)

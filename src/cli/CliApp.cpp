@@ -43,8 +43,8 @@ void CliApp::setStores(SettingsStore *options, SettingsStore *preferences)
 
 void CliApp::printUsage(QTextStream &stream) const
 {
-    stream << u"Usage: tarvane-cli [--root DIR] [--now YYYY-MM-DD[THH:MM[:SS]]] [--yes] COMMAND ...\n\n"_s
-           << u"Commands:\n"_s;
+    stream << u"Usage: tarvane-cli [--root DIR] [--now YYYY-MM-DD[THH:MM[:SS]]] [--yes] COMMAND ...\n"_s
+           << u"       tarvane-cli --help | --version\n\n"_s << u"Commands:\n"_s;
     for (const auto &command : allCommands())
         stream << u"  "_s << command->name() << u' ' << command->synopsis() << u"\n      "_s
                << command->description() << u'\n';
@@ -59,10 +59,12 @@ int CliApp::run(const QStringList &arguments)
     const QCommandLineOption nowOption(u"now"_s, u"Take this local time as the current time."_s, u"TIME"_s);
     const QCommandLineOption yesOption(u"yes"_s, u"Answer Yes to every question."_s);
     const QCommandLineOption helpOption({ u"h"_s, u"help"_s }, u"Show this help."_s);
+    const QCommandLineOption versionOption({ u"v"_s, u"version"_s }, u"Show the program's version."_s);
     parser.addOption(rootOption);
     parser.addOption(nowOption);
     parser.addOption(yesOption);
     parser.addOption(helpOption);
+    parser.addOption(versionOption);
 
     if (!parser.parse(arguments)) {
         m_err << parser.errorText() << u'\n';
@@ -70,6 +72,11 @@ int CliApp::run(const QStringList &arguments)
         return 2;
     }
     const QStringList positional = parser.positionalArguments();
+    if (parser.isSet(versionOption)) {
+        m_out << u"tarvane-cli "_s << QStringLiteral(TARVANE_VERSION) << u'\n';
+        m_out.flush();
+        return 0;
+    }
     if (parser.isSet(helpOption) || positional.isEmpty()) {
         printUsage(parser.isSet(helpOption) ? m_out : m_err);
         return parser.isSet(helpOption) ? 0 : 2;

@@ -32,7 +32,7 @@ constexpr quint32 Now = 1709640000; // 2024-03-05 12:00:00 UTC
 class NoHelp : public HelpLauncher
 {
 public:
-    bool showHelp(QWidget *) override { return true; }
+    bool showHelp(QWidget *, const QString &) override { return true; }
 };
 
 QByteArray readAll(const QString &path)

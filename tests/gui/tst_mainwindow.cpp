@@ -448,7 +448,7 @@ void TestMainWindow::menuItemsAndShortcuts()
     for (QAction *action : w.findChild<QToolBar *>(u"toolsBar"_s)->actions())
         if (!action->isSeparator())
             bar.append(action->iconText());
-    QCOMPARE(bar, (QStringList { u"Fuel"_s, u"Repairs"_s, u"Trips"_s, u"Help"_s }));
+    QCOMPARE(bar, (QStringList { u"Fuel"_s, u"Repairs"_s, u"Trips"_s, u"View Data"_s, u"Help"_s }));
 }
 
 void TestMainWindow::aboutShowsVersionAndDataFolder()

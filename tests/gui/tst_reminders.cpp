@@ -29,7 +29,7 @@ constexpr quint32 Now = 1709251200;
 class NoHelp : public HelpLauncher
 {
 public:
-    bool showHelp(QWidget *) override { return true; }
+    bool showHelp(QWidget *, const QString &) override { return true; }
 };
 
 QList<int> whole(const char *digits, bool alert = false)

@@ -40,7 +40,7 @@ constexpr quint32 Now = 1709251200; // 2024-03-01
 class NoHelp : public HelpLauncher
 {
 public:
-    bool showHelp(QWidget *) override { return true; }
+    bool showHelp(QWidget *, const QString &) override { return true; }
 };
 
 QString screenshotFolder()

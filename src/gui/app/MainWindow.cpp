@@ -79,7 +79,6 @@ MainWindow::MainWindow(VehicleSession &session, FileChooser &chooser, HelpLaunch
     , m_help(help)
 {
     setWindowTitle(u"Tarvane"_s);
-    setWindowIcon(IconArt::icon(IconArt::Picture::Fuel));
     buildActions();
     setCentralWidget(buildCentre());
     // A 480x640 window, or less on a smaller screen (the frame's title bar needs room too).

@@ -1,5 +1,7 @@
 #include "HistoryDialog.h"
 
+#include "stats/StatisticsContext.h"
+
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QDateEdit>
@@ -190,7 +192,9 @@ void HistoryDialog::buildMenu(QMenuBar *bar)
     // mark: "Import CSV", then the "Export" sub-menu
     addCommand(m_options, u"Edit Selected"_s, &HistoryDialog::editSelected);
     addCommand(m_options, u"Reconcile Data"_s, &HistoryDialog::reconcile);
-    // mark: "Fuel Statistics"
+    // The charts read the log file afresh; every change here has been saved by then.
+    connect(m_options->addAction(u"Fuel Statistics"_s), &QAction::triggered, this,
+            [this] { showStatisticsMenu(this, m_session); });
     QMenu *insert = m_options->addMenu(u"Insert"_s);
     addCommand(insert, u"Insert Fuel or Repair"_s, &HistoryDialog::insertFuelOrRepair);
     addCommand(insert, u"Insert Trip"_s, &HistoryDialog::insertTrip);
