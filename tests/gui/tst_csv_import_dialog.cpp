@@ -3,13 +3,17 @@
 #include <QFile>
 #include <QGroupBox>
 #include <QLineEdit>
+#include <QMenu>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QTreeWidget>
 #include <QtTest>
 
 #include "app/FileChooser.h"
+#include "dataview/EntryTableModel.h"
+#include "dataview/HistoryDialog.h"
 #include "exchange/CsvImportDialog.h"
 #include "log/LogArchive.h"
 #include "session/VehicleSession.h"
@@ -157,6 +161,32 @@ private slots:
         QCOMPARE(again.mapBox()->currentText(), u"Fill-ups"_s);
         QCOMPARE(again.fileField()->text(), sheet);
         QCOMPARE(again.fieldList()->topLevelItem(ImportMap::Station)->text(1), u"5: Station"_s);
+    }
+
+    void fromHistory()
+    {
+        Sandbox s;
+        // Ready to go: the built-in map and an exported file chosen last time.
+        s.preferences.setValue(u"ListAttributes"_s, u"LastMap"_s, u"Tarvane CSV"_s);
+        s.preferences.setValue(u"ListAttributes"_s, u"CSVName"_s,
+                               QStringLiteral(TARVANE_TEST_DATA "/exchange/round-trip/Truck.csv"));
+        HistoryDialog history(s.session, s.reporter);
+        history.setPeriodFilter(DataViewFilter::AllPeriods);
+        QCOMPARE(history.model()->rowCount(), 0);
+        QStringList items;
+        for (const QAction *action : history.optionsMenu()->actions())
+            items.append(action->text());
+        QVERIFY2(items.indexOf(u"Import CSV"_s) == 2, qPrintable(items.join(u", "_s)));
+        QTimer::singleShot(0, this, [] {
+            auto *dialog = qobject_cast<CsvImportDialog *>(QApplication::activeModalWidget());
+            QVERIFY(dialog);
+            dialog->importButton()->click();
+            dialog->abortButton()->click();
+        });
+        history.importCsv(s.chooser);
+        QCOMPARE(s.reporter.texts(),
+                 QStringList { u"Import Complete!\nImported 4 lines\nSkipped 0 Lines"_s });
+        QCOMPARE(history.model()->rowCount(), 6);
     }
 
     void unusableFiles()

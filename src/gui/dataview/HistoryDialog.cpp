@@ -19,9 +19,11 @@
 
 #include <array>
 
+#include "app/FileChooser.h"
 #include "dataview/DataViewColumns.h"
 #include "dataview/EntryTableModel.h"
 #include "dataview/ListAppearance.h"
+#include "exchange/CsvImportDialog.h"
 #include "forms/EntryFormRunner.h"
 #include "platform/Reporter.h"
 #include "session/VehicleSession.h"
@@ -180,6 +182,13 @@ QAction *HistoryDialog::addCommand(QMenu *menu, const QString &text, void (Histo
     return action;
 }
 
+void HistoryDialog::importCsv(FileChooser &chooser)
+{
+    // The import reads the log from its file, adds to it and saves it; the list is read back.
+    CsvImportDialog::run(m_session, chooser, this);
+    refill(true);
+}
+
 void HistoryDialog::buildMenu(QMenuBar *bar)
 {
     // The items in their order; the import, export and statistics commands slot in at their marks.
@@ -189,7 +198,11 @@ void HistoryDialog::buildMenu(QMenuBar *bar)
     m_shadeAction = m_options->addAction(u"Shade alternate rows"_s);
     m_shadeAction->setCheckable(true);
     connect(m_shadeAction, &QAction::toggled, this, &HistoryDialog::setShadeRows);
-    // mark: "Import CSV", then the "Export" sub-menu
+    connect(m_options->addAction(u"Import CSV"_s), &QAction::triggered, this, [this] {
+        DialogFileChooser chooser;
+        importCsv(chooser);
+    });
+    // mark: the "Export" sub-menu
     addCommand(m_options, u"Edit Selected"_s, &HistoryDialog::editSelected);
     addCommand(m_options, u"Reconcile Data"_s, &HistoryDialog::reconcile);
     // The charts read the log file afresh; every change here has been saved by then.

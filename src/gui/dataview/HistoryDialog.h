@@ -8,6 +8,7 @@
 #include "dataview/DataViewLog.h"
 
 class EntryTableModel;
+class FileChooser;
 class QAbstractButton;
 class QAbstractItemModel;
 class QAction;
@@ -44,6 +45,8 @@ public:
     void deleteSelected();
     void deleteAll();
     void reconcile();
+    // "Import CSV": the IMPORT screen, then the list refilled from the file.
+    void importCsv(FileChooser &chooser);
     void chooseFont();
     void setShadeRows(bool shade);
 
