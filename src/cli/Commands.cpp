@@ -8,9 +8,11 @@
 #include "EditCommand.h"
 #include "ExportCommand.h"
 #include "FullBackupCommand.h"
+#include "ImportCommand.h"
 #include "InsertCommand.h"
 #include "LocationsCommand.h"
 #include "LogCommand.h"
+#include "MapCommand.h"
 #include "ProfileCommand.h"
 #include "StatsCommand.h"
 #include "StatusCommand.h"
@@ -40,5 +42,7 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<DeleteCommand>());
     commands.push_back(std::make_unique<DeleteAllCommand>());
     commands.push_back(std::make_unique<ExportCommand>());
+    commands.push_back(std::make_unique<ImportCommand>());
+    commands.push_back(std::make_unique<MapCommand>());
     return commands;
 }

@@ -82,6 +82,8 @@ public:
     const VehicleSettings &vehicle() const { return m_vehicle; }
     const TripSettings &tripSettings() const { return m_tripSettings; }
     const EntryList &entries() const { return m_log.entries(); }
+    // The open log itself, for services that change and save it on their own (then reopen()).
+    VehicleLog &log() { return m_log; }
     const LogScan &scan() const { return m_log.scan(); }
     const MainScreenFigures &figures() const { return m_figures; }
     // The figures, texts and reminder run of the last open.

@@ -20,9 +20,11 @@
 #include <array>
 
 #include "ExportMenu.h"
+#include "app/FileChooser.h"
 #include "dataview/DataViewColumns.h"
 #include "dataview/EntryTableModel.h"
 #include "dataview/ListAppearance.h"
+#include "exchange/CsvImportDialog.h"
 #include "forms/EntryFormRunner.h"
 #include "platform/Reporter.h"
 #include "session/VehicleSession.h"
@@ -181,6 +183,13 @@ QAction *HistoryDialog::addCommand(QMenu *menu, const QString &text, void (Histo
     return action;
 }
 
+void HistoryDialog::importCsv(FileChooser &chooser)
+{
+    // The import reads the log from its file, adds to it and saves it; the list is read back.
+    CsvImportDialog::run(m_session, chooser, this);
+    refill(true);
+}
+
 void HistoryDialog::buildMenu(QMenuBar *bar)
 {
     // The items in their order; the import, export and statistics commands slot in at their marks.
@@ -190,7 +199,10 @@ void HistoryDialog::buildMenu(QMenuBar *bar)
     m_shadeAction = m_options->addAction(u"Shade alternate rows"_s);
     m_shadeAction->setCheckable(true);
     connect(m_shadeAction, &QAction::toggled, this, &HistoryDialog::setShadeRows);
-    // mark: "Import CSV"
+    connect(m_options->addAction(u"Import CSV"_s), &QAction::triggered, this, [this] {
+        DialogFileChooser chooser;
+        importCsv(chooser);
+    });
     m_exportMenu = new ExportMenu(m_session, m_reporter,
                                   { [this]() -> const EntryList & { return m_log.entries(); },
                                     [this] {

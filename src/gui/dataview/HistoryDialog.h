@@ -9,6 +9,7 @@
 
 class EntryTableModel;
 class ExportMenu;
+class FileChooser;
 class QAbstractButton;
 class QAbstractItemModel;
 class QAction;
@@ -45,6 +46,8 @@ public:
     void deleteSelected();
     void deleteAll();
     void reconcile();
+    // "Import CSV": the IMPORT screen, then the list refilled from the file.
+    void importCsv(FileChooser &chooser);
     void chooseFont();
     void setShadeRows(bool shade);
 
