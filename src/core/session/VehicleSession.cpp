@@ -293,8 +293,7 @@ bool VehicleSession::addEntry(const CVCItem &item)
     // A form closed on an untouched record leaves its odometer below 1: it is dropped silently.
     if (!item.HasOdometer())
         return false;
-    m_log.entries().push_back(item);
-    const bool saved = saveDatabase();
+    const bool saved = !m_readOnly && m_log.append(dataFolder(), m_vehicle.vin, item, m_context.reporter);
     reopen();
     return saved;
 }

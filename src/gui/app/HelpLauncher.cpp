@@ -1,9 +1,10 @@
 #include "HelpLauncher.h"
 
+#include "platform/AtomicFile.h"
+
 #include <QDesktopServices>
 #include <QDir>
 #include <QFile>
-#include <QSaveFile>
 #include <QStandardPaths>
 #include <QUrl>
 
@@ -20,8 +21,7 @@ QString HelpLauncher::extractTo(const QString &folder)
     if (!source.open(QIODevice::ReadOnly) || !QDir().mkpath(folder))
         return QString();
     const QString target = QDir(folder).filePath(u"velcora_help.htm"_s);
-    QSaveFile out(target);
-    if (!out.open(QIODevice::WriteOnly) || out.write(source.readAll()) < 0 || !out.commit())
+    if (!AtomicFile::writeFile(target, source.readAll()))
         return QString();
     return target;
 }
