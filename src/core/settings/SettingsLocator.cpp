@@ -93,7 +93,10 @@ bool SettingsLocator::locate(QString &installFolder, IniFile &settings)
     }
 
     if (!settings.Load(m_paths.hostPath(u"My Documents\\Tarvane Files\\Velcora.ini"_s))) {
-        m_reporter.error(SettingsMessages::startupLoadFailed());
+        // A file that is there but can't be read is kept untouched; the user is told which and why.
+        const QString reason
+            = settings.loadFailed() ? u"\n%1: %2"_s.arg(settings.path(), settings.errorString()) : QString();
+        m_reporter.error(SettingsMessages::startupLoadFailed() + reason);
         return false;
     }
     return true;
