@@ -8,7 +8,7 @@ if [ "${1:-}" = "--long" ]; then
     long=1
     shift
 fi
-build=$1
+build=$(cd "$1" && pwd)
 seconds=${2:-20}
 shopt -s nullglob
 found=0

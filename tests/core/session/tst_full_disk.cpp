@@ -10,6 +10,7 @@
 #include "platform/SettingsStore.h"
 #include "settings/IniFile.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -80,6 +81,7 @@ private slots:
     void writers_data();
     void writers();
     void unbufferedWritesAreChecked();
+    void staleTemporariesRemoved();
 
 private:
     QTemporaryDir m_dir;
@@ -187,6 +189,31 @@ void TestFullDisk::unbufferedWritesAreChecked()
     });
     QCOMPARE(code, Refused);
     QCOMPARE(readAll(path), QByteArray("old"));
+}
+
+void TestFullDisk::staleTemporariesRemoved()
+{
+    const QString folder = m_dir.filePath(u"stale"_s);
+    QVERIFY(QDir().mkpath(folder));
+    const QDateTime old = QDateTime::currentDateTimeUtc().addSecs(-3600);
+    // Only the writer's own names ("<target>.XXXXXX") of known targets, and only old ones, go.
+    for (const QString &name :
+         { u"CAR.vcb.sJyuxK"_s, u"Velcora.ini.A1b2C3"_s, u"CAR.vcb.fresh1"_s, u"CAR.vcb.toolong1"_s,
+           u"CAR.vcb.ab-cd1"_s, u"notes.txt.sJyuxK"_s, u"CAR.vcb"_s }) {
+        QFile file(folder + u'/' + name);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("x");
+        file.flush();
+        if (name != u"CAR.vcb.fresh1"_s)
+            QVERIFY(file.setFileTime(old, QFileDevice::FileModificationTime));
+    }
+    const auto isTarget = [](const QString &n) {
+        return n.endsWith(u".vcb"_s) || n == u"Velcora.ini"_s;
+    };
+    QCOMPARE(AtomicFile::removeStaleTemporaries(folder, isTarget, 600), 2);
+    QCOMPARE(folderNames(folder),
+             (QStringList { u"CAR.vcb"_s, u"CAR.vcb.ab-cd1"_s, u"CAR.vcb.fresh1"_s, u"CAR.vcb.toolong1"_s,
+                            u"notes.txt.sJyuxK"_s }));
 }
 
 QTEST_GUILESS_MAIN(TestFullDisk)
