@@ -11,6 +11,7 @@
 #include "forms/TripForm.h"
 #include "platform/CFormat.h"
 #include "session/VehicleSession.h"
+#include "settings/IniFile.h"
 
 using namespace Qt::StringLiterals;
 
@@ -320,5 +321,13 @@ int AddCommand::run(const QStringList &arguments, CliEnvironment &env)
     env.out << cformat("Added %s entry at odometer %s.", record.typeText.toUtf8().constData(),
                        EntryForms::numberText(record.odometer).toUtf8().constData())
             << u'\n';
+    // The settings file would be saved on the way out anyway; saving it here lets a failure
+    // (a full disk) show in the exit code.
+    IniFile &settings = session.settings();
+    if (!settings.Save()) {
+        env.err << u"Unable to save the settings file "_s << settings.path() << u": "_s
+                << settings.errorString() << u'\n';
+        return 1;
+    }
     return 0;
 }
