@@ -2,12 +2,13 @@
 BUILD      ?= build
 BUILD_ASAN ?= build-asan
 BUILD_REL  ?= build-release
+BUILD_FUZZ ?= build-fuzz
 JOBS       ?= $(shell nproc)
 # ccache, where installed, lets several checkouts share one compile cache.
 CCACHE := $(shell command -v ccache 2>/dev/null)
 CMAKE_FLAGS ?= $(if $(CCACHE),-DCMAKE_CXX_COMPILER_LAUNCHER=$(CCACHE))
 
-.PHONY: all deps build run test test-asan bench format format-check fuzz test-interop install package test-package clean
+.PHONY: all deps build run test test-asan bench format format-check fuzz fuzz-long test-interop install package test-package clean
 
 all: build
 
@@ -56,6 +57,15 @@ test-interop: build
 fuzz: test-asan
 	./scripts/run-fuzzers.sh $(BUILD_ASAN) $(or $(FUZZ_SECONDS),20)
 
+# Each fuzzer for FUZZ_SECONDS (default 600) with two workers, printing executions and coverage.
+# Builds only the fuzzers and the core they read with, instrumented, in their own folder.
+fuzz-long: deps
+	./scripts/install-deps.sh --ci
+	CC=clang CXX=clang++ cmake -S . -B $(BUILD_FUZZ) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+	    -DTARVANE_SANITIZE=ON -DTARVANE_FUZZ=ON -DTARVANE_BENCH=OFF $(CMAKE_FLAGS)
+	cmake --build $(BUILD_FUZZ) -j $(JOBS) --target $$(cd tests/fuzz && ls fuzz_*.cpp | sed 's/\.cpp$$//')
+	./scripts/run-fuzzers.sh --long $(BUILD_FUZZ) $(or $(FUZZ_SECONDS),600)
+
 bench: deps
 	cmake -S . -B $(BUILD_REL) -G Ninja -DCMAKE_BUILD_TYPE=Release
 	cmake --build $(BUILD_REL) -j $(JOBS)
@@ -70,4 +80,4 @@ format-check: deps
 	@clang-format --dry-run --Werror $(FORMAT_FILES) && echo "format: clean"
 
 clean:
-	rm -rf $(BUILD) $(BUILD_ASAN) $(BUILD_REL)
+	rm -rf $(BUILD) $(BUILD_ASAN) $(BUILD_REL) $(BUILD_FUZZ)

@@ -2,11 +2,16 @@
 
 #include <QCommandLineParser>
 
+#include <cmath>
+#include <cstdint>
+
+#include "calc/Units.h"
 #include "forms/FuelForm.h"
 #include "forms/MaintenanceForm.h"
 #include "forms/TripForm.h"
 #include "platform/CFormat.h"
 #include "session/VehicleSession.h"
+#include "settings/IniFile.h"
 
 using namespace Qt::StringLiterals;
 
@@ -44,6 +49,22 @@ bool applyDateTime(const QString &text, QDateTime *value)
     return false;
 }
 
+// Past this no odometer, amount or price is real; such values (and infinities and NaN) would
+// spoil every figure computed from the log afterwards.
+constexpr double LargestNumber = 1e12;
+
+bool plausible(double value)
+{
+    return std::isfinite(value) && std::fabs(value) < LargestNumber;
+}
+
+// Dates are kept as 32-bit seconds since 1970: anything outside would wrap to another date.
+bool storable(const QDateTime &value)
+{
+    const qint64 seconds = value.toSecsSinceEpoch();
+    return seconds >= 0 && seconds <= qint64(UINT32_MAX);
+}
+
 // Reads the options of one kind of entry and reports what is wrong with them.
 class OptionReader
 {
@@ -67,6 +88,21 @@ public:
     {
         if (m_parser.isSet(name) && !EntryForms::parseNumber(m_parser.value(name), value))
             fail(u"--"_s + name + u": "_s + EntryForms::numberRequest());
+        else if (m_parser.isSet(name) && !plausible(*value))
+            fail(outOfRange(name));
+    }
+    // A text a form reads leniently: whatever number it starts with must still be a real one.
+    void typedNumber(const QString &name)
+    {
+        double value = 0.0;
+        if (m_parser.isSet(name)
+            && (!plausible(Units::parseLenient(m_parser.value(name)))
+                || (EntryForms::parseNumber(m_parser.value(name), &value) && !plausible(value))))
+            fail(outOfRange(name));
+    }
+    static QString outOfRange(const QString &name)
+    {
+        return u"--"_s + name + u": not a number that can be stored (it must be finite and below 10^12)"_s;
     }
     void integer(const QString &name, int *value)
     {
@@ -77,6 +113,8 @@ public:
     {
         if (m_parser.isSet(name) && !applyDateTime(m_parser.value(name), value))
             fail(u"--"_s + name + u": expected YYYY-MM-DD[THH:MM]"_s);
+        else if (m_parser.isSet(name) && !storable(*value))
+            fail(u"--"_s + name + u": the date must lie between 1970-01-01 and 2106-02-07"_s);
     }
     // What the control would take: text beyond its limit can't be typed.
     void limitedText(const QString &name, int limit, QString *value)
@@ -191,18 +229,17 @@ int AddCommand::applyOptions(QCommandLineParser &parser, const EntryFormContext 
         }
         if (!options.ok())
             return Usage;
-        const QString quantity = options.text(u"quantity"_s);
-        for (qsizetype i = 1; i <= quantity.size(); ++i) {
-            values.quantityText = quantity.left(i);
-            form.quantityChanged();
-        }
+        options.typedNumber(u"quantity"_s);
+        options.typedNumber(u"price"_s);
+        if (!options.ok())
+            return Usage;
+        // An edit changes only what it names; the form takes each typed text whole.
+        if (options.isSet(u"quantity"_s))
+            form.setQuantityText(options.text(u"quantity"_s));
         if (parser.isSet(u"not-full"_s))
             values.notFull = true;
-        const QString price = options.text(u"price"_s);
-        for (qsizetype i = 1; i <= price.size(); ++i) {
-            values.priceText = price.left(i);
-            form.priceChanged();
-        }
+        if (options.isSet(u"price"_s))
+            form.setPriceText(options.text(u"price"_s));
         options.integer(u"temp"_s, &values.temperature);
         if (options.isSet(u"note"_s))
             values.note = options.text(u"note"_s);
@@ -332,5 +369,13 @@ int AddCommand::run(const QStringList &arguments, CliEnvironment &env)
     env.out << cformat("Added %s entry at odometer %s.", record.typeText.toUtf8().constData(),
                        EntryForms::numberText(record.odometer).toUtf8().constData())
             << u'\n';
+    // The settings file would be saved on the way out anyway; saving it here lets a failure
+    // (a full disk) show in the exit code.
+    IniFile &settings = session.settings();
+    if (!settings.Save()) {
+        env.err << u"Unable to save the settings file "_s << settings.path() << u": "_s
+                << settings.errorString() << u'\n';
+        return 1;
+    }
     return 0;
 }

@@ -131,6 +131,22 @@ void TestCliAdd::add_data()
     refused("unknown vehicle", u"add trip Bus --start 5"_s, 1,
             u"No vehicle named \"Bus\" in the vehicle list.\n"_s);
     refused("unknown kind", u"add boat"_s, 2, u"Usage: tarvane-cli add"_s);
+    // Values no user can have meant: a 32-bit date would wrap, infinities spoil every figure.
+    const QString range = u": the date must lie between 1970-01-01 and 2106-02-07\n"_s;
+    const QString number = u": not a number that can be stored (it must be finite and below 10^12)\n"_s;
+    refused("date after 2106", u"add fuel --odometer 5 --quantity 3 --price 1 --date 2200-01-01"_s, 2,
+            u"--date"_s + range);
+    refused("date before 1970", u"add repair --odometer 5 --type Brakes --date 1900-01-01"_s, 2,
+            u"--date"_s + range);
+    refused("depart before 1970", u"add trip --start 5 --depart 1969-12-31T23:59"_s, 2,
+            u"--depart"_s + range);
+    refused("odometer inf", u"add fuel --odometer inf --quantity 3 --price 1"_s, 2, u"--odometer"_s + number);
+    refused("quantity nan", u"add fuel --odometer 5 --quantity nan --price 1"_s, 2, u"--quantity"_s + number);
+    refused("price 1e308", u"add fuel --odometer 5 --quantity 3 --price 1e308"_s, 2, u"--price"_s + number);
+    refused("price beyond double", u"add fuel --odometer 5 --quantity 3 --price 1e400x"_s, 2,
+            u"--price"_s + number);
+    refused("tolls -inf", u"add trip --start 5 --tolls -inf"_s, 2, u"--tolls"_s + number);
+    refused("parking 1e308", u"add trip --start 5 --parking 1e308"_s, 2, u"--parking"_s + number);
 }
 
 void TestCliAdd::add()

@@ -354,8 +354,11 @@ void TestMainWindow::backupAndRestore_data()
     QTest::newRow("backup into a folder")
         << false << u"backups"_s << u"Current vehicle backed up to\n%1/backups/"_s << true;
     QTest::newRow("backup cancelled") << false << u"-"_s << QString() << false;
-    QTest::newRow("backup folder missing")
-        << false << u"no such folder"_s << u"Backup ERROR 107!\nUnable to backup database"_s << false;
+    QTest::newRow("backup folder missing") << false << u"no such folder"_s
+                                           << u"Backup ERROR 107!\nUnable to backup database\nUnable to "
+                                              u"write the log file %1/no such folder/VAN1.bak: "
+                                              "No such file or directory."_s
+                                           << false;
     QTest::newRow("restore another vehicle's backup")
         << true << u"saved/OTHER.bak"_s << u"Backup restored for Van"_s << true;
     QTest::newRow("restore cancelled") << true << u"-"_s << QString() << false;

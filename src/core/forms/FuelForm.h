@@ -50,6 +50,17 @@ public:
     void quantityChanged();
     // The price text changed: the total only.
     void priceChanged();
+    // A whole text at once, as pasted into the box: one change instead of one per character.
+    void setQuantityText(const QString &text)
+    {
+        values.quantityText = text;
+        quantityChanged();
+    }
+    void setPriceText(const QString &text)
+    {
+        values.priceText = text;
+        priceChanged();
+    }
     // The unit text changed: the total from the numbers parsed last.
     void unitChanged();
 

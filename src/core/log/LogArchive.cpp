@@ -1,8 +1,9 @@
 #include "LogArchive.h"
 
+#include "platform/AtomicFile.h"
+
 #include <QFile>
 #include <QFileDevice>
-#include <QSaveFile>
 #include <QtEndian>
 
 #include <cstring>
@@ -424,6 +425,14 @@ bool LogArchive::read(QIODevice *device, EntryList &entries, const QString &sour
         m_error = u"Unable to read the log file %1."_s.arg(name);
         return false;
     }
+    // A device or a pipe never ends and a huge file is no log: neither is read into memory.
+    if (auto *file = qobject_cast<QFileDevice *>(device)) {
+        if (file->isSequential() || file->size() > MaxFileSize) {
+            m_error = u"Unable to read the log file %1: %2."_s.arg(
+                name, file->isSequential() ? u"Not a regular file"_s : u"File too large"_s);
+            return false;
+        }
+    }
     // A file is read through a mapping when possible: no copy of a large log.
     if (auto *file = qobject_cast<QFile *>(device); file && !file->isSequential()) {
         const qint64 pos = file->pos();
@@ -442,6 +451,11 @@ bool LogArchive::read(QIODevice *device, EntryList &entries, const QString &sour
 
 bool LogArchive::read(const QString &fileName, EntryList &entries)
 {
+    QString reason;
+    if (!AtomicFile::checkReadable(fileName, MaxFileSize, &reason)) {
+        m_error = u"Unable to open the log file %1: %2."_s.arg(fileName, reason);
+        return false;
+    }
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly)) {
         m_error = u"Unable to open the log file %1: %2."_s.arg(fileName, file.errorString());
@@ -473,15 +487,15 @@ bool LogArchive::write(QIODevice *device, const EntryList &entries)
 
 bool LogArchive::write(const QString &fileName, const EntryList &entries)
 {
-    QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly)) {
-        m_error = u"Unable to write the log file %1: %2."_s.arg(fileName, file.errorString());
-        return false;
-    }
-    if (!write(&file, entries))
-        return false;
-    if (!file.commit()) {
-        m_error = u"Unable to write the log file %1: %2."_s.arg(fileName, file.errorString());
+    return writeEncoded(fileName, encode(entries));
+}
+
+bool LogArchive::writeEncoded(const QString &fileName, const QByteArray &bytes)
+{
+    m_error.clear();
+    QString reason;
+    if (!AtomicFile::writeFile(fileName, bytes, &reason)) {
+        m_error = u"Unable to write the log file %1: %2."_s.arg(fileName, reason);
         return false;
     }
     return true;

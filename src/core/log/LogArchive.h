@@ -17,6 +17,9 @@ class QIODevice;
 class LogArchive
 {
 public:
+    // Larger files are refused unread: a log of a million entries stays far below it.
+    static constexpr qint64 MaxFileSize = qint64(256) << 20;
+
     // The archive of a list, exactly as written to disk.
     static QByteArray encode(const EntryList &entries);
 
@@ -32,6 +35,8 @@ public:
     bool write(QIODevice *device, const EntryList &entries);
     // Atomic: the old file stays whole unless the new one is written completely.
     bool write(const QString &fileName, const EntryList &entries);
+    // The same for bytes made by encode().
+    bool writeEncoded(const QString &fileName, const QByteArray &bytes);
 
     QString errorString() const { return m_error; }
 

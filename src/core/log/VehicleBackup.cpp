@@ -76,7 +76,10 @@ bool VehicleBackup::backup(const EntryList &entries, const QString &folder, cons
     const QString name = VehicleLog::effectiveVin(vin);
     LogArchive archive;
     if (!VehicleLog::isSafeVin(name) || !archive.write(backupPath(folder, name), entries)) {
-        reporter.error(u"Backup ERROR 107!\nUnable to backup database"_s);
+        // The system's text, then which file and why when the write itself failed.
+        const QString reason = archive.errorString();
+        reporter.error(u"Backup ERROR 107!\nUnable to backup database"_s
+                       + (reason.isEmpty() ? QString() : u'\n' + reason));
         return false;
     }
     reporter.info(cformat("Current vehicle backed up to\n%s", folder.toUtf8().constData()));

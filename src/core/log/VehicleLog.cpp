@@ -1,12 +1,15 @@
 #include "VehicleLog.h"
 
+#include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
 #include <QIODevice>
 
 #include "LogArchive.h"
+#include "platform/AtomicFile.h"
 #include "platform/CFormat.h"
 #include "platform/Clock.h"
+#include "platform/FileLock.h"
 #include "platform/Reporter.h"
 
 using namespace Qt::StringLiterals;
@@ -63,6 +66,8 @@ bool VehicleLog::open(const QString &dataFolder, const QString &vin, const LogSc
     m_scan = LogScan();
     m_movedAside.clear();
     m_blockedPath.clear();
+    m_diskPath.clear();
+    m_diskHash.clear();
     if (!isSafeVin(name)) {
         reporter.error(openError(path));
         return false;
@@ -71,13 +76,19 @@ bool VehicleLog::open(const QString &dataFolder, const QString &vin, const LogSc
     bool loaded = true;
     if (QFileInfo::exists(path)) {
         QString failure;
+        QString reason;
         QFile file(path);
-        if (!file.open(QIODevice::ReadOnly)) {
+        if (!AtomicFile::checkReadable(path, LogArchive::MaxFileSize, &reason)) {
+            failure = openError(path) + u"\n"_s + reason;
+        } else if (!file.open(QIODevice::ReadOnly)) {
             failure = openError(path);
         } else {
+            const QByteArray bytes = file.readAll();
             LogArchive archive;
-            if (!archive.read(&file, m_entries, path))
+            if (!archive.decode(bytes, m_entries, path))
                 failure = archive.errorString();
+            else
+                rememberDisk(path, bytes);
             file.close();
         }
         if (!failure.isEmpty()) {
@@ -101,9 +112,12 @@ bool VehicleLog::open(const QString &dataFolder, const QString &vin, const LogSc
     }
     if (!QFileInfo::exists(path)) {
         LogArchive archive;
-        if (!archive.write(path, EntryList())) {
-            reporter.error(openError(path));
+        const QByteArray empty = LogArchive::encode(EntryList());
+        if (!archive.writeEncoded(path, empty)) {
+            reporter.error(openError(path) + u'\n' + archive.errorString());
             loaded = false;
+        } else {
+            rememberDisk(path, empty);
         }
     }
     m_scan = scanEntries(m_entries, settings);
@@ -118,15 +132,108 @@ bool VehicleLog::save(const QString &dataFolder, const QString &vin, Reporter &r
         reporter.error(QString::fromUtf8(SaveError105));
         return false;
     }
+    FileLock lock(path);
+    if (!lock.lock()) {
+        reporter.error(QString::fromUtf8(SaveError105) + u'\n' + FileLock::busyMessage(path));
+        return false;
+    }
     if (m_fresh)
         m_entries.clear();
-    LogArchive archive;
-    if (!archive.write(path, m_entries)) {
+    const QByteArray bytes = LogArchive::encode(m_entries);
+    if (changedOnDisk(path)) {
+        // Nothing of ours to write: the newer file stays and is read at the next open.
+        if (hashOf(bytes) == m_diskHash && !m_fresh)
+            return true;
+        reporter.error(QString::fromUtf8(SaveError105) + u'\n' + changedMessage(path));
+        return false;
+    }
+    return writeLocked(path, bytes, reporter);
+}
+
+bool VehicleLog::append(const QString &dataFolder, const QString &vin, const CVCItem &item,
+                        Reporter &reporter)
+{
+    const QString name = effectiveVin(vin);
+    const QString path = databasePath(dataFolder, name);
+    if (!isSafeVin(name) || path == m_blockedPath) {
         reporter.error(QString::fromUtf8(SaveError105));
         return false;
     }
+    FileLock lock(path);
+    if (!lock.lock()) {
+        reporter.error(QString::fromUtf8(SaveError105) + u'\n' + FileLock::busyMessage(path));
+        return false;
+    }
+    // Under the lock the file is read again, so an entry another program added meanwhile stays.
+    if (changedOnDisk(path)) {
+        EntryList current;
+        QByteArray bytes;
+        LogArchive archive;
+        QString reason;
+        QFile file(path);
+        if (QFileInfo::exists(path)) {
+            if (!AtomicFile::checkReadable(path, LogArchive::MaxFileSize, &reason)
+                || !file.open(QIODevice::ReadOnly)
+                || !archive.decode(bytes = file.readAll(), current, path)) {
+                const QString why = reason.isEmpty() ? archive.errorString() : reason;
+                reporter.error(QString::fromUtf8(SaveError105) + u'\n'
+                               + (why.isEmpty() ? openError(path) : why));
+                return false;
+            }
+        }
+        m_entries = std::move(current);
+        rememberDisk(path, bytes);
+    }
+    if (m_fresh)
+        m_entries.clear();
+    m_entries.push_back(item);
+    if (writeLocked(path, LogArchive::encode(m_entries), reporter))
+        return true;
+    m_entries.pop_back();
+    return false;
+}
+
+bool VehicleLog::writeLocked(const QString &path, const QByteArray &bytes, Reporter &reporter)
+{
+    LogArchive archive;
+    if (!archive.writeEncoded(path, bytes)) {
+        // The system's text first, then which file and why.
+        reporter.error(QString::fromUtf8(SaveError105) + u'\n' + archive.errorString());
+        return false;
+    }
+    rememberDisk(path, bytes);
     m_fresh = false;
     return true;
+}
+
+QByteArray VehicleLog::hashOf(const QByteArray &bytes)
+{
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha1);
+}
+
+void VehicleLog::rememberDisk(const QString &path, const QByteArray &bytes)
+{
+    m_diskPath = path;
+    m_diskHash = hashOf(bytes);
+}
+
+bool VehicleLog::changedOnDisk(const QString &path) const
+{
+    // Only the file this log was read from or written to can have been changed behind its back.
+    if (path != m_diskPath)
+        return false;
+    QFile file(path);
+    if (!file.exists())
+        return false; // nothing there to lose
+    if (!AtomicFile::checkReadable(path, LogArchive::MaxFileSize, nullptr) || !file.open(QIODevice::ReadOnly))
+        return true;
+    return hashOf(file.readAll()) != m_diskHash;
+}
+
+QString VehicleLog::changedMessage(const QString &path)
+{
+    return u"The log file %1 was changed by another program since it was read. Nothing was saved over it; "
+           "open the vehicle again to see the changes."_s.arg(path);
 }
 
 bool VehicleLog::save(QIODevice *device, Reporter &reporter)
@@ -135,7 +242,7 @@ bool VehicleLog::save(QIODevice *device, Reporter &reporter)
         m_entries.clear();
     LogArchive archive;
     if (!archive.write(device, m_entries)) {
-        reporter.error(QString::fromUtf8(SaveError105));
+        reporter.error(QString::fromUtf8(SaveError105) + u'\n' + archive.errorString());
         return false;
     }
     m_fresh = false;

@@ -44,8 +44,13 @@ public:
     bool open(const QString &dataFolder, const QString &vin, const LogScanSettings &settings,
               Reporter &reporter, const Clock &clock);
     // Writes the list atomically to "<dataFolder><VIN>.vcb" ("Save ERROR 105!..." on failure).
-    // With the fresh-database flag raised, the list is cleared first and the flag lowered.
+    // With the fresh-database flag raised, the list is cleared first and the flag lowered. Holds
+    // the file's lock, and never writes over a file another program changed since it was read
+    // (when the list holds nothing new, that is no failure: the newer file stays).
     bool save(const QString &dataFolder, const QString &vin, Reporter &reporter);
+    // Appends one entry and saves, holding the file's lock: when another program changed the file
+    // since it was read, its entries are read again first so that none of them is lost.
+    bool append(const QString &dataFolder, const QString &vin, const CVCItem &item, Reporter &reporter);
     // The same onto an open device (which is not closed).
     bool save(QIODevice *device, Reporter &reporter);
 
@@ -66,7 +71,16 @@ public:
     QString movedAsidePath() const { return m_movedAside; }
 
 private:
+    bool writeLocked(const QString &path, const QByteArray &bytes, Reporter &reporter);
+    void rememberDisk(const QString &path, const QByteArray &bytes);
+    bool changedOnDisk(const QString &path) const;
+    static QByteArray hashOf(const QByteArray &bytes);
+    static QString changedMessage(const QString &path);
+
     EntryList m_entries;
+    // The file last read or written and a hash of its bytes, to notice another program's save.
+    QString m_diskPath;
+    QByteArray m_diskHash;
     LogScan m_scan;
     bool m_fresh = false;
     // A damaged file that could not be moved aside must never be saved over.

@@ -1,6 +1,7 @@
 #include "SettingsStore.h"
 
 #include "DevicePaths.h"
+#include "SettingsIniFormat.h"
 
 #include <QDir>
 #include <QSet>
@@ -51,10 +52,17 @@ QSettingsStore::QSettingsStore(const DevicePaths &paths, const QString &organiza
 {
     if (paths.isSandboxed()) {
         QDir().mkpath(paths.registryFolder());
-        d->settings = std::make_unique<QSettings>(
-            paths.registryFolder() + organization + u'-' + application + u".ini"_s, QSettings::IniFormat);
+        d->settings = std::make_unique<QSettings>(paths.registryFolder() + organization + u'-' + application
+                                                      + u".ini"_s,
+                                                  SettingsIniFormat::format());
     } else {
+#ifdef Q_OS_WIN
         d->settings = std::make_unique<QSettings>(organization, application);
+#else
+        // The same ~/.config/<organization>/<application>.conf the native store uses.
+        d->settings = std::make_unique<QSettings>(SettingsIniFormat::format(), QSettings::UserScope,
+                                                  organization, application);
+#endif
     }
 }
 

@@ -7,6 +7,7 @@
 #include "calc/MainScreenStatus.h"
 #include "log/LogArchive.h"
 #include "log/VehicleBackup.h"
+#include "platform/AtomicFile.h"
 #include "platform/CFormat.h"
 #include "settings/IniFile.h"
 #include "settings/Options.h"
@@ -33,6 +34,18 @@ CounterState noData(const QList<int> &tiles)
     state.tiles = tiles;
     state.noData = true;
     return state;
+}
+
+} // namespace
+
+namespace {
+
+// Older than any write of ours can take, so never the temporary of a save under way.
+constexpr qint64 StaleTemporarySeconds = 600;
+
+bool isDataFileName(const QString &name)
+{
+    return name.endsWith(u".vcb"_s) || name == u"Velcora.ini"_s || name == u"Lists.ini"_s;
 }
 
 } // namespace
@@ -95,6 +108,10 @@ bool VehicleSession::start(bool readOnly, const QString &vehicle)
         const VehicleProfile::VehicleList list = VehicleProfile::readVehicleList(*m_settings, m_currentName);
         m_vehicleNames = list.names;
         VehicleProfile::loadTripSettings(*m_settings, m_tripSettings);
+    }
+    if (!readOnly) {
+        // A write killed before its rename leaves a full-size temporary that nothing else removes.
+        AtomicFile::removeStaleTemporaries(dataFolder(), isDataFileName, StaleTemporarySeconds);
     }
     if (!vehicle.isEmpty() && !m_vehicleNames.contains(vehicle)) {
         m_context.reporter.error(u"No vehicle named \"%1\" in the vehicle list."_s.arg(vehicle));
@@ -292,8 +309,7 @@ bool VehicleSession::addEntry(const CVCItem &item)
     // A form closed on an untouched record leaves its odometer below 1: it is dropped silently.
     if (!item.HasOdometer())
         return false;
-    m_log.entries().push_back(item);
-    const bool saved = saveDatabase();
+    const bool saved = !m_readOnly && m_log.append(dataFolder(), m_vehicle.vin, item, m_context.reporter);
     reopen();
     return saved;
 }

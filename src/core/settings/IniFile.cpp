@@ -2,10 +2,16 @@
 
 #include "platform/CFormat.h"
 
+#include "platform/AtomicFile.h"
+#include "platform/FileLock.h"
+
+#include <QCryptographicHash>
 #include <QFile>
-#include <QSaveFile>
+#include <QFileInfo>
+#include <QStringDecoder>
 
 #include <climits>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -29,6 +35,34 @@ QString decodeUtf16Le(const QByteArray &bytes)
     return text;
 }
 
+QString decodeUtf16Be(const QByteArray &bytes, qsizetype skip)
+{
+    const qsizetype units = (bytes.size() - skip) / 2;
+    QString text(units, Qt::Uninitialized);
+    const auto *in = reinterpret_cast<const uchar *>(bytes.constData()) + skip;
+    for (qsizetype i = 0; i < units; ++i)
+        text[i] = QChar(char16_t((in[2 * i] << 8) | in[2 * i + 1]));
+    return text;
+}
+
+// UTF-16 that lost its mark: zero bytes only in the high halves of the code units.
+int markLessUtf16Order(const QByteArray &bytes)
+{
+    if (bytes.size() % 2 != 0)
+        return 0;
+    bool zeroEven = false;
+    bool zeroOdd = false;
+    for (qsizetype i = 0; i < bytes.size(); ++i) {
+        if (bytes[i] == 0)
+            (i % 2 ? zeroOdd : zeroEven) = true;
+    }
+    if (zeroOdd && !zeroEven)
+        return 1; // little-endian
+    if (zeroEven && !zeroOdd)
+        return 2; // big-endian
+    return 0;
+}
+
 void appendUtf16Le(QByteArray &out, QStringView text)
 {
     for (const QChar c : text) {
@@ -43,7 +77,7 @@ void appendUtf16Le(QByteArray &out, QStringView text)
 IniFile::~IniFile()
 {
     // Owners rely on this: settings reach the disk when the object that holds them goes away.
-    if (!m_path.isEmpty() && m_saveOnDestroy)
+    if (!m_path.isEmpty() && m_saveOnDestroy && !m_unreadable)
         Save();
 }
 
@@ -53,16 +87,31 @@ bool IniFile::Load(const QString &path)
     m_sections.clear();
     m_modified = false;
     m_path = path;
+    m_unreadable = false;
+    m_error.clear();
+    m_journal.clear();
+    m_loadedPath = path;
+    m_loadedHash = contentHash(QByteArray());
     if (path.isEmpty())
         return false;
 
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    if (!QFileInfo::exists(path))
         return false;
-    const qint64 size = file.size();
-    if (size < 0)
+    QString reason;
+    if (!AtomicFile::checkReadable(path, MaxFileSize, &reason) || !file.open(QIODevice::ReadOnly)) {
+        m_unreadable = true;
+        m_error = reason.isEmpty() ? file.errorString() : reason;
         return false;
-    parse(file.readAll());
+    }
+    const QByteArray bytes = file.readAll();
+    m_loadedHash = contentHash(bytes);
+    if (!parse(bytes)) {
+        // Never written over: what the user had stays for them to look at or repair.
+        m_unreadable = true;
+        m_error = u"Not a settings file in a known text encoding"_s;
+        return false;
+    }
     m_modified = false;
     return true;
 }
@@ -74,28 +123,124 @@ bool IniFile::Save(const QString &path)
     if (m_path.isEmpty())
         return false;
 
-    QSaveFile file(m_path);
-    if (!file.open(QIODevice::WriteOnly))
+    FileLock lock(m_path);
+    if (!lock.lock()) {
+        m_error = FileLock::busyMessage(m_path);
         return false;
+    }
+    // A file that exists but can't be read as settings is the user's, not ours to replace: this
+    // holds whoever loaded what before, so a template can't be saved over it either.
+    QByteArray onDisk;
+    const bool exists = QFileInfo::exists(m_path);
+    if ((m_unreadable && m_path == m_loadedPath && exists) || (exists && !readExisting(m_path, &onDisk))) {
+        m_error = u"The file could not be read as settings and is kept as it is"_s;
+        return false;
+    }
+    // Another program (the CLI, a second window) saved since we loaded: start from its file and
+    // make our own changes again, so neither side loses what the other wrote.
+    if (m_path == m_loadedPath && contentHash(exists ? onDisk : QByteArray()) != m_loadedHash) {
+        if (!m_modified) {
+            m_loadedHash = contentHash(onDisk);
+            return parseKeepingPath(onDisk);
+        }
+        const QList<JournalEntry> journal = std::exchange(m_journal, {});
+        parse(onDisk);
+        for (const JournalEntry &entry : journal) {
+            if (entry.op == JournalEntry::Set)
+                SetString(entry.section, entry.key, entry.value);
+            else if (entry.op == JournalEntry::DeleteKeyOp)
+                DeleteKey(entry.section, entry.key);
+            else
+                DeleteSection(entry.section);
+        }
+    }
+
     const QByteArray bytes = serialize();
-    // An unfinished QSaveFile is discarded, so the old file stays whole on any failure.
-    if (file.write(bytes) != bytes.size() || !file.commit())
+    QString reason;
+    if (!AtomicFile::writeFile(m_path, bytes, &reason)) {
+        m_error = reason;
         return false;
+    }
+    m_loadedPath = m_path;
+    m_loadedHash = contentHash(bytes);
+    m_journal.clear();
+    m_unreadable = false;
+    m_error.clear();
     m_modified = false;
     return true;
 }
 
-void IniFile::parse(const QByteArray &bytes)
+bool IniFile::parseKeepingPath(const QByteArray &bytes)
+{
+    m_journal.clear();
+    const bool ok = parse(bytes);
+    m_modified = false;
+    return ok;
+}
+
+QByteArray IniFile::contentHash(const QByteArray &bytes)
+{
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha1);
+}
+
+bool IniFile::readExisting(const QString &path, QByteArray *bytes)
+{
+    QString reason;
+    if (!AtomicFile::checkReadable(path, MaxFileSize, &reason))
+        return false;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return true; // the write will fail on its own, with the system's reason
+    *bytes = file.readAll();
+    QString text;
+    return decode(*bytes, &text);
+}
+
+bool IniFile::decode(const QByteArray &bytes, QString *text)
+{
+    text->clear();
+    if (bytes.isEmpty())
+        return true; // an empty file holds nothing to lose
+    const auto *b = reinterpret_cast<const uchar *>(bytes.constData());
+    if (bytes.size() >= 2 && b[0] == 0xff && b[1] == 0xfe) {
+        *text = decodeUtf16Le(bytes);
+        return true;
+    }
+    // Files re-saved by an editor are read as what they plainly are.
+    if (bytes.size() >= 2 && b[0] == 0xfe && b[1] == 0xff) {
+        *text = decodeUtf16Be(bytes, 2);
+        return true;
+    }
+    if (const int order = markLessUtf16Order(bytes)) {
+        if (order == 1) {
+            QByteArray marked("\xff\xfe", 2);
+            *text = decodeUtf16Le(marked + bytes);
+        } else {
+            *text = decodeUtf16Be(bytes, 0);
+        }
+        return true;
+    }
+    const qsizetype skip = bytes.startsWith("\xef\xbb\xbf") ? 3 : 0;
+    if (bytes.indexOf('\0') >= 0)
+        return false;
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    *text = utf8.decode(QByteArrayView(bytes).sliced(skip));
+    if (utf8.hasError()) {
+        text->clear();
+        return false;
+    }
+    return true;
+}
+
+bool IniFile::parse(const QByteArray &bytes)
 {
     m_sectionOrder.clear();
     m_sections.clear();
     m_modified = false;
 
-    // Without the mark the file reads as empty, on purpose.
-    if (bytes.size() < 2 || uchar(bytes[0]) != 0xff || uchar(bytes[1]) != 0xfe)
-        return;
-
-    const QString text = decodeUtf16Le(bytes);
+    QString text;
+    if (!decode(bytes, &text))
+        return false;
     const QChar *data = text.constData();
     const qsizetype n = text.size();
     Section *current = nullptr;
@@ -106,7 +251,7 @@ void IniFile::parse(const QByteArray &bytes)
         if (c == u'[') {
             const qsizetype close = text.indexOf(u']', i + 1);
             if (close < 0)
-                break; // a header that never closes ends the file
+                return true; // a header that never closes ends the file
             const QString name = text.mid(i + 1, close - i - 1);
             auto it = m_sections.find(name);
             if (it == m_sections.end()) {
@@ -125,7 +270,7 @@ void IniFile::parse(const QByteArray &bytes)
         // A key runs to the next "=", across line ends if need be.
         const qsizetype eq = text.indexOf(u'=', i);
         if (eq < 0)
-            break;
+            return true;
         const QString key = text.mid(i, eq - i);
         qsizetype v = eq + 1;
         while (v < n && (data[v] == u' ' || data[v] == u'\t'))
@@ -147,6 +292,7 @@ void IniFile::parse(const QByteArray &bytes)
             vit.value() = value;
         }
     }
+    return true;
 }
 
 QByteArray IniFile::serialize() const
@@ -202,6 +348,7 @@ void IniFile::SetString(const QString &section, const QString &key, const QStrin
         vit.value() = value;
     }
     m_modified = true;
+    m_journal.append({ JournalEntry::Set, section, key, value });
 }
 
 bool IniFile::GetInt(const QString &section, const QString &key, int &out) const
@@ -241,6 +388,7 @@ bool IniFile::DeleteKey(const QString &section, const QString &key)
         return false;
     it->keyOrder.removeOne(key);
     m_modified = true;
+    m_journal.append({ JournalEntry::DeleteKeyOp, section, key, QString() });
     return true;
 }
 
@@ -250,6 +398,7 @@ void IniFile::DeleteSection(const QString &section)
         return;
     m_sectionOrder.removeOne(section);
     m_modified = true;
+    m_journal.append({ JournalEntry::DeleteSectionOp, section, QString(), QString() });
 }
 
 int IniFile::parseInt(QStringView text)

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QHash>
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -27,10 +28,19 @@ public:
     IniFile(const IniFile &) = delete;
     IniFile &operator=(const IniFile &) = delete;
 
-    // Host paths. Load forgets everything first and remembers the path.
+    // Larger files are no settings file and are refused unread.
+    static constexpr qint64 MaxFileSize = qint64(16) << 20;
+
+    // Host paths. Load forgets everything first and remembers the path. A file that exists but
+    // can't be read (not a regular file, too large, no known text encoding) is never saved over.
     bool Load(const QString &path);
-    // With an empty path the remembered one is used; false when there is none or writing fails.
+    // With an empty path the remembered one is used; false when there is none, when the file
+    // there exists but can't be read as settings, or writing fails (errorString() says why).
     bool Save(const QString &path = QString());
+    // The reason of the last failed Load or Save, in the system's words.
+    QString errorString() const { return m_error; }
+    // The last Load found a file it could not read.
+    bool loadFailed() const { return m_unreadable; }
 
     bool GetString(const QString &section, const QString &key, QString &out) const;
     void SetString(const QString &section, const QString &key, const QString &value);
@@ -41,8 +51,12 @@ public:
     bool DeleteKey(const QString &section, const QString &key);
     void DeleteSection(const QString &section);
 
-    // Parsing and writing without a file, for the codec tests and the fuzzer.
-    void parse(const QByteArray &bytes);
+    // Parsing and writing without a file, for the codec tests and the fuzzer. False (and empty)
+    // for bytes in no known encoding.
+    bool parse(const QByteArray &bytes);
+    // The text of a file: UTF-16 with either mark or without one, UTF-8 with or without its mark.
+    // Empty bytes are an empty text. False for anything else (binary, another 8-bit encoding).
+    static bool decode(const QByteArray &bytes, QString *text);
     QByteArray serialize() const;
 
     // The value conversions behind GetInt, SetInt and GetColor.
@@ -70,7 +84,27 @@ private:
         QHash<QString, QString> values;
     };
 
+    // Our own changes since the last load or save, made again over a file another program saved.
+    struct JournalEntry
+    {
+        enum Op { Set, DeleteKeyOp, DeleteSectionOp } op;
+        QString section;
+        QString key;
+        QString value;
+    };
+
+    // False when the file exists but is not settings; bytes gets what it holds.
+    static bool readExisting(const QString &path, QByteArray *bytes);
+    static QByteArray contentHash(const QByteArray &bytes);
+    bool parseKeepingPath(const QByteArray &bytes);
+
+    QList<JournalEntry> m_journal;
+    QString m_loadedPath;
+    QByteArray m_loadedHash; // of the bytes last read from or written to m_loadedPath
+
     QString m_path;
+    QString m_error;
+    bool m_unreadable = false;
     QStringList m_sectionOrder;
     QHash<QString, Section> m_sections;
     bool m_modified = false;

@@ -2,13 +2,13 @@
 
 #include "IniFile.h"
 #include "SettingsMessages.h"
+#include "platform/AtomicFile.h"
 #include "platform/DevicePaths.h"
 #include "platform/Reporter.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 using namespace Qt::StringLiterals;
 
@@ -56,11 +56,7 @@ bool SettingsLocator::copyReplacing(const QString &source, const QString &target
     QFile in(source);
     if (!in.open(QIODevice::ReadOnly))
         return false;
-    const QByteArray bytes = in.readAll();
-    QSaveFile out(target);
-    if (!out.open(QIODevice::WriteOnly))
-        return false;
-    if (out.write(bytes) != bytes.size() || !out.commit())
+    if (!AtomicFile::writeFile(target, in.readAll()))
         return false;
     // The copy gets ordinary permissions, whatever the template or the file it replaced had.
     QFile::setPermissions(target,
@@ -99,7 +95,10 @@ bool SettingsLocator::locate(QString &installFolder, IniFile &settings)
     }
 
     if (!settings.Load(m_paths.hostPath(u"My Documents\\Tarvane Files\\Velcora.ini"_s))) {
-        m_reporter.error(SettingsMessages::startupLoadFailed());
+        // A file that is there but can't be read is kept untouched; the user is told which and why.
+        const QString reason
+            = settings.loadFailed() ? u"\n%1: %2"_s.arg(settings.path(), settings.errorString()) : QString();
+        m_reporter.error(SettingsMessages::startupLoadFailed() + reason);
         return false;
     }
     return true;

@@ -89,9 +89,12 @@ void TestVehicleBackup::backup_data()
     QTest::addColumn<QString>("folder"); // empty: the card
     QTest::addColumn<QString>("vin");
     QTest::addColumn<bool>("ok");
-    QTest::newRow("written over an older one") << QString() << QString() << true;
-    QTest::newRow("missing folder") << u"/no/such/folder/"_s << u"VIN1"_s << false;
-    QTest::newRow("unsafe VIN") << QString() << u"../VIN1"_s << false;
+    QTest::addColumn<QString>("failure"); // after the system's text
+    QTest::newRow("written over an older one") << QString() << QString() << true << QString();
+    QTest::newRow("missing folder")
+        << u"/no/such/folder/"_s << u"VIN1"_s << false
+        << u"\nUnable to write the log file /no/such/folder/VIN1.bak: No such file or directory."_s;
+    QTest::newRow("unsafe VIN") << QString() << u"../VIN1"_s << false << QString();
 }
 
 void TestVehicleBackup::backup()
@@ -99,6 +102,7 @@ void TestVehicleBackup::backup()
     QFETCH(QString, folder);
     QFETCH(QString, vin);
     QFETCH(bool, ok);
+    QFETCH(QString, failure);
     if (folder.isEmpty())
         folder = m_cards;
     const QByteArray older(900, 'o');
@@ -111,7 +115,7 @@ void TestVehicleBackup::backup()
     QVERIFY(!busy);
     QCOMPARE(reporter.texts(),
              QStringList { ok ? u"Current vehicle backed up to\n"_s + m_cards
-                              : u"Backup ERROR 107!\nUnable to backup database"_s });
+                              : u"Backup ERROR 107!\nUnable to backup database"_s + failure });
     QCOMPARE(QDir(m_dir->path()).entryList(QDir::Files), QStringList());
     QCOMPARE(QDir(m_cards).entryList(QDir::Files), QStringList { u"UnKnown.bak"_s });
     QCOMPARE(fileBytes(m_cards + u"/UnKnown.bak"_s), ok ? archiveOf({ TripHex }) : older);

@@ -160,7 +160,8 @@ void TestVehicleLog::damagedFileMovedAside_data()
         - 3) << u"The log file %1 is damaged: the file ends too early (at byte 169, 1 more bytes needed)."_s;
     QTest::newRow("not a log") << QByteArray(
         "hello, world") << u"The log file %1 is damaged: it claims 25960 entries but only 10 bytes follow."_s;
-    QTest::newRow("unreadable") << QByteArray() << u"ERROR 100! Unable to open database %1"_s;
+    QTest::newRow("unreadable") << QByteArray()
+                                << u"ERROR 100! Unable to open database %1\nNot a regular file"_s;
 }
 
 void TestVehicleLog::damagedFileMovedAside()
@@ -231,7 +232,12 @@ void TestVehicleLog::saveFailures()
     FailingBuffer roomy(1000);
     QVERIFY(roomy.open(QIODevice::WriteOnly));
     QVERIFY(log.save(&roomy, m_reporter));
-    QCOMPARE(m_reporter.texts(), (QStringList { SaveError, SaveError }));
+    // The system's text, then the file and the reason.
+    QCOMPARE(
+        m_reporter.texts(),
+        (QStringList { SaveError + u"\nUnable to write the log file "_s + m_data
+                           + u"missing/CAR.vcb: No such file or directory."_s,
+                       SaveError + u"\nUnable to write the log file (stream): No space left on device."_s }));
     QCOMPARE(roomy.data(), LogArchive::encode({ sampleFuel() }));
     QCOMPARE(log.entries().size(), size_t(1)); // the list in memory is kept
     QCOMPARE(QString::fromUtf8(VehicleLog::SaveError205), u"Save ERROR 205!\nUnable save database"_s);
