@@ -2,7 +2,7 @@
 
 #include "Command.h"
 
-class EntryFormContext;
+struct EntryFormContext;
 class CVCItem;
 class QCommandLineParser;
 class Reporter;
