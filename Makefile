@@ -7,7 +7,7 @@ JOBS       ?= $(shell nproc)
 CCACHE := $(shell command -v ccache 2>/dev/null)
 CMAKE_FLAGS ?= $(if $(CCACHE),-DCMAKE_CXX_COMPILER_LAUNCHER=$(CCACHE))
 
-.PHONY: all deps build run test test-asan bench format format-check fuzz clean
+.PHONY: all deps build run test test-asan bench format format-check fuzz clean check-report
 
 all: build
 
@@ -38,6 +38,10 @@ test-asan: deps
 # Runs each fuzzer briefly over its seed corpus (built by test-asan).
 fuzz: test-asan
 	./scripts/run-fuzzers.sh $(BUILD_ASAN) $(or $(FUZZ_SECONDS),20)
+
+# The summary report printed by headless Chromium (installs chromium; meant for CI).
+check-report: test
+	./scripts/check-report-browser.sh $(BUILD)
 
 bench: deps
 	cmake -S . -B $(BUILD_REL) -G Ninja -DCMAKE_BUILD_TYPE=Release

@@ -11,6 +11,7 @@
 #include "LocationsCommand.h"
 #include "LogCommand.h"
 #include "ProfileCommand.h"
+#include "ReportCommand.h"
 #include "StatsCommand.h"
 #include "StatusCommand.h"
 #include "VehicleCommand.h"
@@ -38,5 +39,6 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<EditCommand>());
     commands.push_back(std::make_unique<DeleteCommand>());
     commands.push_back(std::make_unique<DeleteAllCommand>());
+    commands.push_back(std::make_unique<ReportCommand>());
     return commands;
 }

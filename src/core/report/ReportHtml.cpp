@@ -17,13 +17,12 @@ namespace {
 const char *const styleSheet = R"(body{font-family:sans-serif;font-size:10pt;color:#111;margin:1.5em}
 h1{font-size:16pt;margin:0 0 .3em}h2{font-size:12.5pt;border-bottom:1px solid #888;margin:1.2em 0 .4em}
 table{border-collapse:collapse;margin:.3em 0 .8em}th,td{border:1px solid #bbb;padding:2px 6px;text-align:left}
-th{background:#eee}td.n,th.n{text-align:right}tfoot td{font-weight:bold;background:#f6f6f6}
+th{background:#eee}td.n,th.n{text-align:right}tbody.total td{font-weight:bold;background:#f6f6f6}
 dl{display:grid;grid-template-columns:max-content auto;gap:1px 1em;margin:.3em 0}dt{color:#444}dd{margin:0}
 .empty{font-style:italic}svg{max-width:100%;height:auto}svg text{font-family:sans-serif;font-size:10px}
 @page{margin:15mm 12mm}
 @media print{body{margin:0;font-size:9pt}
-tr,dl,svg{page-break-inside:avoid;break-inside:avoid}thead{display:table-header-group}
-tfoot{display:table-footer-group}h2{page-break-after:avoid;break-after:avoid}}
+tr,dl,svg{page-break-inside:avoid;break-inside:avoid}thead{display:table-header-group}h2{page-break-after:avoid;break-after:avoid}}
 )";
 
 struct Writer
@@ -97,7 +96,11 @@ void Writer::header()
     pair(u"VIN"_s, e(r.vehicle.vin));
     pair(u"Period"_s, e(locale.shortDate(r.from)) + u" &ndash; "_s + e(locale.shortDate(r.to)));
     pair(u"Odometer"_s, number(r.startOdometer) + u" &ndash; "_s + number(r.endOdometer));
-    pair(u"Distance driven"_s, number(r.distance) + u' ' + unitWord() + (r.distance == 1 ? u""_s : u"s"_s));
+    pair(u"Distance driven"_s,
+         number(r.distance) + u' '
+             + (r.vehicle.distanceUnit == Units::Kilometres ? u"km"_s
+                    : r.distance == 1                       ? u"mile"_s
+                                                            : u"miles"_s));
     pair(u"Report date"_s, e(locale.shortDate(r.reportDate)));
     out += u"</dl>\n"_s;
     if (r.empty)
@@ -136,11 +139,11 @@ void Writer::fuel()
               e(cformat("%s%.3f", locale.currencySymbol().toUtf8().constData(), f.unitPrice)),
               money(f.amount), f.notFull != 0 ? u"partial"_s : number(f.economy, 2) },
             "ttnnnnn");
-    out += u"</tbody>\n<tfoot>\n"_s;
+    out += u"</tbody>\n<tbody class=\"total\">\n"_s;
     row({ u"Total"_s, QString(), QString(), number(r.fuelQuantity, 3), QString(), money(r.fuelCost),
           QString() },
         "ttnnnnn");
-    out += u"</tfoot>\n</table>\n"_s;
+    out += u"</tbody>\n</table>\n"_s;
 }
 
 void Writer::maintenance()
@@ -151,15 +154,17 @@ void Writer::maintenance()
         return;
     }
     out += u"<table>\n"_s;
-    head({ u"Date"_s, u"Service"_s, u"Location"_s, u"Invoice"_s, u"Odometer"_s, u"Cost"_s }, "ttttnn");
+    head({ u"Date"_s, u"Service"_s, u"Location"_s, u"Invoice"_s, u"Odometer"_s, u"Cost"_s, u"Note"_s },
+         "ttttnnt");
     out += u"<tbody>\n"_s;
     for (const CVCItem &j : r.jobs)
         row({ date(j.entryDate), e(j.typeText), e(j.station), e(j.invoice), number(j.odometer),
-              money(j.amount) },
-            "ttttnn");
-    out += u"</tbody>\n<tfoot>\n"_s;
-    row({ u"Total"_s, QString(), QString(), QString(), QString(), money(r.maintenanceTotal) }, "ttttnn");
-    out += u"</tfoot>\n</table>\n<table>\n"_s;
+              money(j.amount), e(j.notes) },
+            "ttttnnt");
+    out += u"</tbody>\n<tbody class=\"total\">\n"_s;
+    row({ u"Total"_s, QString(), QString(), QString(), QString(), money(r.maintenanceTotal), QString() },
+        "ttttnnt");
+    out += u"</tbody>\n</table>\n<table>\n"_s;
     head({ u"Service"_s, u"Jobs"_s, u"Total"_s }, "tnn");
     out += u"<tbody>\n"_s;
     for (const SummaryReport::ServiceTotal &s : r.services)
@@ -191,12 +196,12 @@ void Writer::trips()
         row({ e(p.purpose) + (p.business ? QString() : u" (personal)"_s), QString::number(p.count),
               number(p.distance), money(p.tolls), money(p.parking), money(p.claim) },
             "tnnnnn");
-    out += u"</tbody>\n<tfoot>\n"_s;
+    out += u"</tbody>\n<tbody class=\"total\">\n"_s;
     for (const SummaryReport::PurposeTotal *p : { &r.business, &r.personal, &r.allTrips })
         row({ e(p->purpose), QString::number(p->count), number(p->distance), money(p->tolls),
               money(p->parking), money(p->claim) },
             "tnnnnn");
-    out += u"</tfoot>\n</table>\n"_s;
+    out += u"</tbody>\n</table>\n"_s;
     const auto tripTable = [this](const std::vector<CVCItem> &list, bool claimed) {
         out += u"<table>\n"_s;
         head({ u"Date"_s, u"Depart"_s, u"Arrive"_s, u"From"_s, u"To"_s, u"Distance"_s, u"Purpose"_s,
@@ -212,11 +217,11 @@ void Writer::trips()
                 "tttnnntttn");
         out += u"</tbody>\n"_s;
         if (claimed) {
-            out += u"<tfoot>\n"_s;
+            out += u"<tbody class=\"total\">\n"_s;
             row({ u"Total"_s, QString(), QString(), QString(), QString(), number(r.allTrips.distance),
                   QString(), QString(), QString(), money(r.allTrips.claim) },
                 "tttnnntttn");
-            out += u"</tfoot>\n"_s;
+            out += u"</tbody>\n"_s;
         }
         out += u"</table>\n"_s;
     };

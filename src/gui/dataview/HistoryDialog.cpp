@@ -22,6 +22,7 @@
 #include "dataview/DataViewColumns.h"
 #include "dataview/EntryTableModel.h"
 #include "dataview/ListAppearance.h"
+#include "dataview/SummaryReportExport.h"
 #include "forms/EntryFormRunner.h"
 #include "platform/Reporter.h"
 #include "session/VehicleSession.h"
@@ -190,6 +191,9 @@ void HistoryDialog::buildMenu(QMenuBar *bar)
     m_shadeAction->setCheckable(true);
     connect(m_shadeAction, &QAction::toggled, this, &HistoryDialog::setShadeRows);
     // mark: "Import CSV", then the "Export" sub-menu
+    QMenu *exportMenu = m_options->addMenu(u"Export"_s);
+    SummaryReportExport::addMenuItem(exportMenu->addMenu(u"Export HTML"_s), this, m_session,
+                                     [this] { return std::pair(m_start->date(), m_end->date()); });
     addCommand(m_options, u"Edit Selected"_s, &HistoryDialog::editSelected);
     addCommand(m_options, u"Reconcile Data"_s, &HistoryDialog::reconcile);
     // The charts read the log file afresh; every change here has been saved by then.

@@ -189,6 +189,7 @@ void TestSummaryReport::html()
 {
     EntryList log = yearLog();
     log[4].station = u"Joe's <Garage> & \"Sons\""_s;
+    log[4].notes = u"Filter <K&N> \"gold\""_s;
     VehicleSettings v = vehicle();
     v.name = u"Citroën"_s;
     TestLocaleFormats locale;
@@ -196,6 +197,7 @@ void TestSummaryReport::html()
         SummaryReport::build(log, v, QDate(2025, 1, 1), QDate(2025, 12, 31), at(2026, 2, 1)), locale);
     QVERIFY(page.contains(u"<td>Joe&#39;s &lt;Garage&gt; &amp; &quot;Sons&quot;</td>"_s));
     QVERIFY(page.contains(u"<td>Oil Change &amp; filter</td>"_s));
+    QVERIFY(page.contains(u"<td>Filter &lt;K&amp;N&gt; &quot;gold&quot;</td></tr>"_s));
     QVERIFY(!page.contains(u"<Garage>"_s));
     QVERIFY(page.contains(u"<meta charset=\"utf-8\">"_s));
     QVERIFY(page.contains(u"<h1>Vehicle report: Citroën</h1>"_s));
@@ -224,6 +226,14 @@ void TestSummaryReport::html()
     QFile file(path);
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), page.toUtf8());
+
+    // The sample the browser check prints.
+    const QString sample = QStringLiteral(TARVANE_BINARY_DIR "/report");
+    QVERIFY(QDir().mkpath(sample));
+    QVERIFY(
+        ReportHtml::save(sample + u"/sample-Report.htm"_s,
+                         SummaryReport::build(log, v, QDate(2025, 1, 1), QDate(2025, 12, 31), at(2026, 2, 1)),
+                         locale, &error));
 }
 
 void TestSummaryReport::saveFailureWritesNothing()
