@@ -193,8 +193,8 @@ void Writer::trips()
     head({ u"Purpose"_s, u"Trips"_s, u"Distance"_s, u"Tolls"_s, u"Parking"_s, u"Claim"_s }, "tnnnnn");
     out += u"<tbody>\n"_s;
     for (const SummaryReport::PurposeTotal &p : r.purposes)
-        row({ e(p.purpose) + (p.business ? QString() : u" (personal)"_s), QString::number(p.count),
-              number(p.distance), money(p.tolls), money(p.parking), money(p.claim) },
+        row({ e(p.purpose), QString::number(p.count), number(p.distance), money(p.tolls), money(p.parking),
+              money(p.claim) },
             "tnnnnn");
     out += u"</tbody>\n<tbody class=\"total\">\n"_s;
     for (const SummaryReport::PurposeTotal *p : { &r.business, &r.personal, &r.allTrips })
