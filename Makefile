@@ -8,7 +8,7 @@ JOBS       ?= $(shell nproc)
 CCACHE := $(shell command -v ccache 2>/dev/null)
 CMAKE_FLAGS ?= $(if $(CCACHE),-DCMAKE_CXX_COMPILER_LAUNCHER=$(CCACHE))
 
-.PHONY: all deps build run test test-asan bench format format-check fuzz fuzz-long test-interop install package test-package clean
+.PHONY: all deps build run test test-asan bench format format-check fuzz fuzz-long test-interop install package test-package check-report clean
 
 all: build
 
@@ -65,6 +65,9 @@ fuzz-long: deps
 	    -DTARVANE_SANITIZE=ON -DTARVANE_FUZZ=ON -DTARVANE_BENCH=OFF $(CMAKE_FLAGS)
 	cmake --build $(BUILD_FUZZ) -j $(JOBS) --target $$(cd tests/fuzz && ls fuzz_*.cpp | sed 's/\.cpp$$//')
 	./scripts/run-fuzzers.sh --long $(BUILD_FUZZ) $(or $(FUZZ_SECONDS),600)
+# The summary report printed by headless Chromium (installs chromium; meant for CI).
+check-report: test
+	./scripts/check-report-browser.sh $(BUILD)
 
 bench: deps
 	cmake -S . -B $(BUILD_REL) -G Ninja -DCMAKE_BUILD_TYPE=Release

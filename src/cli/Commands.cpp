@@ -14,6 +14,7 @@
 #include "LogCommand.h"
 #include "MapCommand.h"
 #include "ProfileCommand.h"
+#include "ReportCommand.h"
 #include "StatsCommand.h"
 #include "StatusCommand.h"
 #include "VehicleCommand.h"
@@ -44,5 +45,6 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<ExportCommand>());
     commands.push_back(std::make_unique<ImportCommand>());
     commands.push_back(std::make_unique<MapCommand>());
+    commands.push_back(std::make_unique<ReportCommand>());
     return commands;
 }

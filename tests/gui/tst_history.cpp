@@ -116,6 +116,7 @@ private slots:
     void screenshots();
     void walk();
     void deleteAllThenMainScreen();
+    void summaryReport();
 
 private:
     void shoot(QWidget *widget, const QString &name);
@@ -304,6 +305,35 @@ void TestHistory::deleteAllThenMainScreen()
     // The session has read the emptied log again.
     QCOMPARE(m_session->entries().size(), 0u);
     QCOMPARE(m_session->scan().lastOdometer, 0.0);
+}
+
+void TestHistory::summaryReport()
+{
+    HistoryDialog dialog(*m_session, m_reporter);
+    dialog.setDateRange(QDate(2026, 11, 1), QDate(2026, 11, 30));
+    QAction *item = dialog.findChild<QAction *>(u"summaryReport"_s);
+    QVERIFY(item);
+    QCOMPARE(item->text(), u"&Between 2 dates"_s);
+    const QString path = m_context->paths.myDocuments() + u"My Car-Report.htm"_s;
+
+    // Cancel writes nothing.
+    item->trigger();
+    QVERIFY(!QFile::exists(path));
+    QCOMPARE(m_reporter.messages().size(), 1);
+    QCOMPARE(
+        m_reporter.messages()[0].text,
+        u"Write the summary report from 11/1/2026 to 11/30/2026 into\nMy Documents\\My Car-Report.htm?"_s);
+
+    // OK writes it; No to opening it. Three trips of 84 miles at 0.500: 3 x 42.00.
+    m_reporter.clear();
+    m_reporter.setNextAnswer(true);
+    item->trigger();
+    const QByteArray html = fileBytes(path);
+    QVERIFY(html.contains("<td>Business</td><td class=\"n\">3</td><td class=\"n\">252</td>"));
+    QVERIFY(html.contains("<td class=\"n\">$126.00</td>"));
+    QCOMPARE(m_reporter.messages().size(), 2);
+    QCOMPARE(m_reporter.messages()[1].text,
+             u"Report written to\nMy Documents\\My Car-Report.htm\nOpen it now?"_s);
 }
 
 QTEST_MAIN(TestHistory)

@@ -17,7 +17,7 @@ ExportMenu::ExportMenu(VehicleSession &session, Reporter &reporter, Source sourc
 {
     m_csv = addAction(u"Export CSV"_s, this, [this] { run(Exporter::Format::Csv); });
     m_xml = addAction(u"xls Export by Date"_s, this, [this] { run(Exporter::Format::Xml); });
-    QMenu *html = addMenu(u"Export HTML"_s);
+    QMenu *html = m_html = addMenu(u"Export HTML"_s);
     m_htmlAll = html->addAction(u"&Export ALL data "_s, this, [this] { run(Exporter::Format::Html); });
     // Kept in the menu, as users know it, without a command behind it.
     m_excelExports = html->addAction(u"Excel Exports"_s);

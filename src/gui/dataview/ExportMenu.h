@@ -37,6 +37,8 @@ public:
     QAction *xmlAction() const { return m_xml; }
     QAction *htmlAllAction() const { return m_htmlAll; }
     QAction *excelExportsAction() const { return m_excelExports; }
+    // "Export HTML": other HTML pages slot in before "Excel Exports".
+    QMenu *htmlMenu() const { return m_html; }
 
     // True when the file was written.
     bool run(Exporter::Format format);
@@ -51,4 +53,5 @@ private:
     QAction *m_xml = nullptr;
     QAction *m_htmlAll = nullptr;
     QAction *m_excelExports = nullptr;
+    QMenu *m_html = nullptr;
 };

@@ -24,6 +24,7 @@
 #include "dataview/DataViewColumns.h"
 #include "dataview/EntryTableModel.h"
 #include "dataview/ListAppearance.h"
+#include "dataview/SummaryReportExport.h"
 #include "exchange/CsvImportDialog.h"
 #include "forms/EntryFormRunner.h"
 #include "platform/Reporter.h"
@@ -210,6 +211,10 @@ void HistoryDialog::buildMenu(QMenuBar *bar)
                                     } },
                                   this);
     m_options->addMenu(m_exportMenu);
+    QAction *report = SummaryReportExport::addMenuItem(m_exportMenu->htmlMenu(), this, m_session, [this] {
+        return std::pair(m_start->date(), m_end->date());
+    });
+    m_exportMenu->htmlMenu()->insertAction(m_exportMenu->excelExportsAction(), report);
     addCommand(m_options, u"Edit Selected"_s, &HistoryDialog::editSelected);
     addCommand(m_options, u"Reconcile Data"_s, &HistoryDialog::reconcile);
     // The charts read the log file afresh; every change here has been saved by then.
