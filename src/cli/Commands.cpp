@@ -7,6 +7,7 @@
 #include "DumpCommand.h"
 #include "EditCommand.h"
 #include "FullBackupCommand.h"
+#include "ImportAppCommand.h"
 #include "InsertCommand.h"
 #include "LocationsCommand.h"
 #include "LogCommand.h"
@@ -38,5 +39,6 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<EditCommand>());
     commands.push_back(std::make_unique<DeleteCommand>());
     commands.push_back(std::make_unique<DeleteAllCommand>());
+    commands.push_back(std::make_unique<ImportAppCommand>());
     return commands;
 }
