@@ -10,9 +10,10 @@ public:
     QString name() const override { return QStringLiteral("import-app"); }
     QString synopsis() const override
     {
-        return QStringLiteral(
-            "FILE... [VEHICLE] [--from auto|fuelly|fuelio|lubelogger] [--date-order mdy|dmy|ymd] "
-            "[--dry-run] [--json]");
+        return QStringLiteral("FILE... [VEHICLE] [--from "
+                              "auto|fuelly|fuelio|lubelogger|spritmonitor|roadtrip|drivvo] [--date-order "
+                              "mdy|dmy|ymd] "
+                              "[--dry-run] [--json]");
     }
     QString description() const override
     {

@@ -1,8 +1,11 @@
 #include "PeerImporter.h"
 
+#include "DrivvoImporter.h"
 #include "FuelioImporter.h"
 #include "FuellyImporter.h"
 #include "LubeLoggerImporter.h"
+#include "RoadTripImporter.h"
+#include "SpritmonitorImporter.h"
 
 using namespace Qt::StringLiterals;
 
@@ -38,6 +41,9 @@ std::vector<std::unique_ptr<PeerImporter>> allPeerImporters()
     importers.push_back(std::make_unique<FuellyImporter>());
     importers.push_back(std::make_unique<FuelioImporter>());
     importers.push_back(std::make_unique<LubeLoggerImporter>());
+    importers.push_back(std::make_unique<SpritmonitorImporter>());
+    importers.push_back(std::make_unique<RoadTripImporter>());
+    importers.push_back(std::make_unique<DrivvoImporter>());
     return importers;
 }
 

@@ -191,6 +191,17 @@ int Columns::find(const QStringList &names) const
     return -1;
 }
 
+QList<int> Columns::findAll(const QString &name) const
+{
+    QList<int> columns;
+    const QString folded = fold(name);
+    for (qsizetype i = 0; i < m_names.size(); ++i) {
+        if (m_names.at(i) == folded)
+            columns.append(int(i));
+    }
+    return columns;
+}
+
 int Columns::findPrefix(const QString &prefix) const
 {
     const QString folded = fold(prefix);

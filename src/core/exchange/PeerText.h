@@ -45,6 +45,8 @@ public:
     explicit Columns(const QStringList &header);
     // The index of the first name present, -1 when none is.
     int find(const QStringList &names) const;
+    // Every column of that name, for files that repeat one.
+    QList<int> findAll(const QString &name) const;
     // The first column whose name starts with the prefix, -1 when none does.
     int findPrefix(const QString &prefix) const;
     QString headerName(int column) const { return m_names.value(column); }

@@ -153,6 +153,13 @@ void TestPeerImport::importers_data()
     QTest::newRow("lubelogger, German fuel and US services")
         << QStringList { u"lubelogger/fuel.csv"_s, u"lubelogger/service.csv"_s } << u"lubelogger"_s
         << u"lubelogger/expected.json"_s;
+    QTest::newRow("spritmonitor, costs file first")
+        << QStringList { u"spritmonitor/123_costs.csv"_s, u"spritmonitor/123_fuelings.csv"_s }
+        << u"spritmonitor"_s << u"spritmonitor/expected.json"_s;
+    QTest::newRow("road trip, declared separator, a reset fill-up")
+        << QStringList { u"roadtrip/roadtrip.csv"_s } << u"roadtrip"_s << u"roadtrip/expected.json"_s;
+    QTest::newRow("drivvo, mixed fill-up and one visit's two services")
+        << QStringList { u"drivvo/drivvo.csv"_s } << u"drivvo"_s << u"drivvo/expected.json"_s;
 }
 
 void TestPeerImport::importers()
