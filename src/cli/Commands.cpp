@@ -8,6 +8,7 @@
 #include "EditCommand.h"
 #include "ExportCommand.h"
 #include "FullBackupCommand.h"
+#include "ImportAppCommand.h"
 #include "ImportCommand.h"
 #include "InsertCommand.h"
 #include "LocationsCommand.h"
@@ -46,5 +47,6 @@ std::vector<std::unique_ptr<Command>> allCommands()
     commands.push_back(std::make_unique<ImportCommand>());
     commands.push_back(std::make_unique<MapCommand>());
     commands.push_back(std::make_unique<ReportCommand>());
+    commands.push_back(std::make_unique<ImportAppCommand>());
     return commands;
 }

@@ -1,0 +1,64 @@
+#include "PeerImporter.h"
+
+#include "DrivvoImporter.h"
+#include "FuelioImporter.h"
+#include "FuellyImporter.h"
+#include "LubeLoggerImporter.h"
+#include "RoadTripImporter.h"
+#include "SpritmonitorImporter.h"
+
+using namespace Qt::StringLiterals;
+
+QString PeerImporter::describe(const QString &title, const std::vector<PeerEntry> &entries,
+                               const QString &units)
+{
+    int fills = 0;
+    int services = 0;
+    int costs = 0;
+    for (const PeerEntry &entry : entries) {
+        if (entry.kind == PeerEntry::FillUp)
+            ++fills;
+        else if (entry.kind == PeerEntry::Service)
+            ++services;
+        else
+            ++costs;
+    }
+    QString text = u"%1: %2 fill-ups, %3 services, %4 costs"_s.arg(title).arg(fills).arg(services).arg(costs);
+    if (!units.isEmpty())
+        text += u", units "_s + units;
+    return text;
+}
+
+void PeerImporter::skip(PeerImportResult &result, const QString &file, int line, const QString &reason)
+{
+    result.warnings.append(u"%1 line %2: %3"_s.arg(file).arg(line).arg(reason));
+    ++result.skipped;
+}
+
+std::vector<std::unique_ptr<PeerImporter>> allPeerImporters()
+{
+    std::vector<std::unique_ptr<PeerImporter>> importers;
+    importers.push_back(std::make_unique<FuellyImporter>());
+    importers.push_back(std::make_unique<FuelioImporter>());
+    importers.push_back(std::make_unique<LubeLoggerImporter>());
+    importers.push_back(std::make_unique<SpritmonitorImporter>());
+    importers.push_back(std::make_unique<RoadTripImporter>());
+    importers.push_back(std::make_unique<DrivvoImporter>());
+    return importers;
+}
+
+const PeerImporter *detectPeerImporter(const std::vector<std::unique_ptr<PeerImporter>> &importers,
+                                       const PeerFile &file)
+{
+    const QByteArray head = file.bytes.left(4096);
+    const PeerImporter *best = nullptr;
+    int bestScore = 0;
+    for (const auto &importer : importers) {
+        const int score = importer->detect(file.name, head);
+        if (score > bestScore) {
+            best = importer.get();
+            bestScore = score;
+        }
+    }
+    return best;
+}

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+#include <vector>
+
+#include "PeerText.h"
+
+// One entry of another app's file, in that file's own units, before it becomes a log record.
+struct PeerEntry
+{
+    enum Kind { FillUp, Service, Expense };
+    Kind kind = FillUp;
+    int line = 0; // where the row starts in its file
+    QDateTime date; // local time
+    double odometer = 0.0;
+    int distanceUnit = -1; // Units::Miles / Kilometres; -1 in the vehicle's own unit
+    double quantity = 0.0;
+    int liquidUnit = -1; // Units::UsGallons / ImperialGallons / Litres; -1 in the vehicle's own
+    double total = 0.0;
+    bool partial = false;
+    bool missed = false; // a fill-up before this one was not recorded
+    QString name; // the service or expense
+    QString notes;
+    QString station;
+};
+
+struct PeerFile
+{
+    QString name;
+    QByteArray bytes;
+};
+
+struct PeerImportOptions
+{
+    PeerText::DateOrder dateOrder = PeerText::DateOrder::Auto;
+};
+
+// What an importer found: the entries, the units it saw, a one-line description and the rows it
+// could not use ("line 7: no odometer").
+struct PeerImportResult
+{
+    QString description; // "Fuelly export: 3 fill-ups, 2 services, units mi / gal"
+    std::vector<PeerEntry> entries;
+    QStringList warnings;
+    QString error; // the whole file could not be read
+    int skipped = 0;
+};
+
+// The reader of one app's export files.
+class PeerImporter
+{
+public:
+    virtual ~PeerImporter() = default;
+    // The --from name: "fuelly", "fuelio", "lubelogger".
+    virtual QString id() const = 0;
+    virtual QString title() const = 0;
+    // 0 (not this app's) to 100 (certainly), from the first bytes and the file name.
+    virtual int detect(const QString &fileName, const QByteArray &head) const = 0;
+    virtual PeerImportResult read(const std::vector<PeerFile> &files,
+                                  const PeerImportOptions &options) const = 0;
+
+protected:
+    // "<title>: 3 fill-ups, 2 services, 1 cost[, units mi / gal]".
+    static QString describe(const QString &title, const std::vector<PeerEntry> &entries,
+                            const QString &units);
+    static void skip(PeerImportResult &result, const QString &file, int line, const QString &reason);
+};
+
+// Every importer, in the order auto-detection asks them.
+std::vector<std::unique_ptr<PeerImporter>> allPeerImporters();
+// The importer with the best confidence for the first file, null when none is above 0.
+const PeerImporter *detectPeerImporter(const std::vector<std::unique_ptr<PeerImporter>> &importers,
+                                       const PeerFile &file);
