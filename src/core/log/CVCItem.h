@@ -20,8 +20,10 @@ public:
     qint32 entryType = 0;
     double odometer = 0.0;
     quint32 entryDate = 0;
-    double economyUnit = 0.0;
+    // Ahead of economyUnit (unlike the file's order) so the two 32-bit fields share 8 bytes:
+    // a million-entry log keeps a million of these.
     qint32 distanceUnit = 0;
+    double economyUnit = 0.0;
     QString typeText;
     QString notes;
     QString fuelMeasure;

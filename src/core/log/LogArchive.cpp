@@ -4,9 +4,16 @@
 
 #include <QFile>
 #include <QFileDevice>
+#include <QHashFunctions>
 #include <QtEndian>
 
 #include <cstring>
+#include <vector>
+
+#ifdef Q_OS_LINUX
+#include <sys/mman.h>
+#include <unistd.h>
+#endif
 
 using namespace Qt::StringLiterals;
 
@@ -140,6 +147,59 @@ void writeRecord(Writer &w, const CVCItem &item)
     w.f64(item.parking);
 }
 
+// Texts repeat from record to record ("Fuel", "Gallons", the same few stations), so one load
+// keeps a table of the short ones it has seen and hands out shared copies: one allocation per
+// distinct text instead of one per field. The table is bounded, so a log of unique texts costs
+// no more than before.
+class TextTable
+{
+public:
+    static constexpr qsizetype MaxLength = 48;
+
+    // The shared text for these UTF-16 code units (little-endian), made on first sight.
+    QString get(const uchar *units, qsizetype length)
+    {
+        if (m_slots.empty())
+            m_slots.resize(Slots);
+        const size_t bytes = size_t(length) * 2;
+        size_t slot = qHashBits(units, bytes) & (Slots - 1);
+        for (;;) {
+            QString &s = m_slots[slot];
+            if (s.isNull())
+                break;
+            if (s.size() == length && std::memcmp(s.utf16(), units, bytes) == 0)
+                return s;
+            slot = (slot + 1) & (Slots - 1);
+        }
+        QString made = fromUnits(units, length);
+        if (m_used < MaxTexts) {
+            m_slots[slot] = made;
+            ++m_used;
+        }
+        return made;
+    }
+
+    static QString fromUnits(const uchar *units, qsizetype length)
+    {
+        QString s(length, Qt::Uninitialized);
+        char16_t *dst = reinterpret_cast<char16_t *>(s.data());
+#if Q_BYTE_ORDER == Q_LITTLE_ENDIAN
+        std::memcpy(dst, units, size_t(length) * 2);
+#else
+        for (qsizetype i = 0; i < length; ++i)
+            dst[i] = qFromLittleEndian<quint16>(units + 2 * i);
+#endif
+        return s;
+    }
+
+private:
+    // Half full at most, so a probe ends quickly at an empty slot.
+    static constexpr size_t Slots = 8192;
+    static constexpr qsizetype MaxTexts = Slots / 2;
+    std::vector<QString> m_slots; // made on the first text, so an empty log costs nothing
+    qsizetype m_used = 0;
+};
+
 // Reads straight from the bytes in memory; every read checks what is left first. The first
 // failure sticks: later reads return zeros and the message names that first problem.
 class Reader
@@ -155,6 +215,7 @@ public:
     const QString &error() const { return m_error; }
     qint64 offset() const { return m_p - m_begin; }
     qint64 left() const { return m_end - m_p; }
+    const uchar *position() const { return m_p; }
 
     void fail(const QString &what)
     {
@@ -246,18 +307,12 @@ public:
         if (length == 0)
             return QString();
         QString s;
-        if (unicode) {
-            s.resize(qsizetype(length));
-            char16_t *dst = reinterpret_cast<char16_t *>(s.data());
-#if Q_BYTE_ORDER == Q_LITTLE_ENDIAN
-            std::memcpy(dst, m_p, size_t(bytes));
-#else
-            for (qint64 i = 0; i < length; ++i)
-                dst[i] = qFromLittleEndian<quint16>(m_p + 2 * i);
-#endif
-        } else {
+        if (!unicode)
             s = QString::fromLatin1(reinterpret_cast<const char *>(m_p), qsizetype(length));
-        }
+        else if (length <= TextTable::MaxLength)
+            s = m_texts.get(m_p, qsizetype(length));
+        else
+            s = TextTable::fromUnits(m_p, qsizetype(length));
         m_p += bytes;
         return s;
     }
@@ -283,6 +338,7 @@ private:
     const uchar *m_p;
     const uchar *m_end;
     QString m_error;
+    TextTable m_texts;
 };
 
 void readRecord(Reader &r, CVCItem &item)
@@ -317,6 +373,48 @@ void readRecord(Reader &r, CVCItem &item)
     item.economy = r.f64();
     item.parking = r.f64();
 }
+
+// A large log read through a file mapping would otherwise stay resident next to the entries
+// made from it: the pages already parsed are handed back every few megabytes (the file itself
+// stays in the page cache, and a later touch would simply read it again).
+class MappedPages
+{
+public:
+    explicit MappedPages(const uchar *begin)
+        : m_next(begin ? alignUp(begin) : nullptr)
+    { }
+
+    void release(const uchar *parsed)
+    {
+#ifdef Q_OS_LINUX
+        if (!m_next || parsed - m_next < Step)
+            return;
+        const uchar *end = alignDown(parsed);
+        if (end > m_next && madvise(const_cast<uchar *>(m_next), size_t(end - m_next), MADV_DONTNEED) == 0)
+            m_next = end;
+#else
+        Q_UNUSED(parsed);
+#endif
+    }
+
+private:
+    static constexpr qint64 Step = 8 << 20;
+    static quintptr pageSize()
+    {
+        static const quintptr size = quintptr(sysconf(_SC_PAGESIZE));
+        return size;
+    }
+    static const uchar *alignUp(const uchar *p)
+    {
+        return reinterpret_cast<const uchar *>((quintptr(p) + pageSize() - 1) & ~(pageSize() - 1));
+    }
+    static const uchar *alignDown(const uchar *p)
+    {
+        return reinterpret_cast<const uchar *>(quintptr(p) & ~(pageSize() - 1));
+    }
+
+    const uchar *m_next;
+};
 
 QString deviceName(QIODevice *device, const QString &fallback)
 {
@@ -363,7 +461,14 @@ bool LogArchive::decode(const QByteArray &bytes, EntryList &entries, const QStri
 
 bool LogArchive::decode(const char *data, qsizetype size, EntryList &entries, const QString &sourceName)
 {
+    return decode(data, size, entries, sourceName, false);
+}
+
+bool LogArchive::decode(const char *data, qsizetype size, EntryList &entries, const QString &sourceName,
+                        bool mapped)
+{
     m_error.clear();
+    MappedPages pages(mapped ? reinterpret_cast<const uchar *>(data) : nullptr);
     Reader r(reinterpret_cast<const uchar *>(data), size);
     const quint32 count = r.count();
     EntryList loaded;
@@ -403,6 +508,7 @@ bool LogArchive::decode(const char *data, qsizetype size, EntryList &entries, co
         }
         loaded.emplace_back();
         readRecord(r, loaded.back());
+        pages.release(r.position());
     }
     if (!r.failed()) {
         const qint64 at = r.offset();
@@ -439,7 +545,8 @@ bool LogArchive::read(QIODevice *device, EntryList &entries, const QString &sour
         const qint64 size = file->size() - pos;
         if (size > 0) {
             if (uchar *map = file->map(pos, size)) {
-                const bool ok = decode(reinterpret_cast<const char *>(map), qsizetype(size), entries, name);
+                const bool ok
+                    = decode(reinterpret_cast<const char *>(map), qsizetype(size), entries, name, true);
                 file->unmap(map);
                 return ok;
             }

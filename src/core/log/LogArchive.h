@@ -41,5 +41,8 @@ public:
     QString errorString() const { return m_error; }
 
 private:
+    // mapped: the bytes are a read-only file mapping whose parsed pages may be dropped.
+    bool decode(const char *data, qsizetype size, EntryList &entries, const QString &sourceName, bool mapped);
+
     QString m_error;
 };

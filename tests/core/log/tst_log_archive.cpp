@@ -1,3 +1,4 @@
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -25,6 +26,8 @@ private slots:
     void writeFailure_data();
     void writeFailure();
     void fileWriteIsExactlyTheArchive();
+    void repeatedTextsAreShared();
+    void largeFileReadsWhole();
 
 private:
     QTemporaryDir m_dir;
@@ -218,6 +221,48 @@ void TestLogArchive::fileWriteIsExactlyTheArchive()
     QVERIFY(!archive.write(missing, {}));
     QVERIFY(archive.errorString().startsWith(u"Unable to write the log file %1: "_s.arg(missing)));
     QVERIFY(!QFile::exists(missing));
+}
+
+// Many records, every one with a text of its own (more than the load keeps a table of) and
+// texts that repeat; a text first seen after the table is full comes back right all the same.
+static EntryList manyTexts(int count)
+{
+    EntryList entries;
+    for (int i = 0; i < count; ++i) {
+        CVCItem item = sampleFuel();
+        item.invoice = u"INV-%1"_s.arg(i);
+        item.station = i < count - 2 ? u"Esso Main St"_s : u"Late Station"_s;
+        item.notes = QString(49, QChar(u'a' + i % 26)); // longer than what is shared
+        entries.push_back(item);
+    }
+    return entries;
+}
+
+void TestLogArchive::repeatedTextsAreShared()
+{
+    const EntryList written = manyTexts(10000);
+    EntryList read;
+    LogArchive archive;
+    QVERIFY(archive.decode(LogArchive::encode(written), read, u"Car.vcb"_s));
+    QVERIFY(read == written);
+    // Readers see equal texts; a repeated one is a single copy in memory.
+    QCOMPARE(read[9].fuelMeasure.constData(), read[0].fuelMeasure.constData());
+    QCOMPARE(read[9997].station.constData(), read[0].station.constData());
+    QVERIFY(read[1].invoice.constData() != read[0].invoice.constData());
+}
+
+void TestLogArchive::largeFileReadsWhole()
+{
+    // Over 8 MiB, so the reader hands parsed pages of the mapping back while it goes on.
+    const EntryList written = manyTexts(60000);
+    const QString path = m_dir.filePath(u"Large.vcb"_s);
+    LogArchive archive;
+    QVERIFY(archive.write(path, written));
+    QVERIFY(QFileInfo(path).size() > 12 << 20);
+    EntryList read;
+    QVERIFY2(archive.read(path, read), qPrintable(archive.errorString()));
+    QVERIFY(read == written);
+    QCOMPARE(LogArchive::encode(read), fileBytes(path));
 }
 
 QTEST_GUILESS_MAIN(TestLogArchive)
