@@ -103,7 +103,7 @@ void TestExportMenu::menuExportsWithTheScreensFilter()
     }
     QCOMPARE(texts,
              (QStringList { u"Export CSV"_s, u"xls Export by Date"_s, u"Export HTML"_s,
-                            u"  &Export ALL data "_s, u"  Excel Exports"_s }));
+                            u"  &Export ALL data "_s, u"  &Between 2 dates"_s, u"  Excel Exports"_s }));
 
     const QString docs = sandbox.context.paths.myDocuments();
     const QString out = sandbox.dir.filePath(u"out/"_s);
