@@ -20,7 +20,12 @@ fi
 url="file://$(realpath "$page")"
 pdf="$build/report/sample-Report.pdf"
 mkdir -p "$build/screenshots"
-flags=(--headless --no-sandbox --disable-gpu --no-first-run --hide-scrollbars)
+profile=$(mktemp -d)
+trap 'rm -rf "$profile"' EXIT
+# No network here: keep Chromium from reaching out at start-up.
+flags=(--headless --no-sandbox --disable-gpu --no-first-run --hide-scrollbars --disable-quic
+       --disable-background-networking --disable-component-update --disable-sync
+       --user-data-dir="$profile")
 chromium "${flags[@]}" --no-pdf-header-footer --print-to-pdf="$pdf" "$url" 2>/dev/null
 chromium "${flags[@]}" --window-size=900,2400 --screenshot="$build/screenshots/summary-report.png" "$url" 2>/dev/null
 
