@@ -1,3 +1,4 @@
+#include "gui_helper.h"
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
@@ -26,13 +27,7 @@ constexpr quint32 Now = 1709640000; // 2024-03-05 12:00:00 UTC
 
 void shoot(QWidget *widget, const QString &name)
 {
-    widget->show();
-    QVERIFY(QTest::qWaitForWindowExposed(widget));
-    QCoreApplication::processEvents();
-    const QString folder
-        = qEnvironmentVariable("TARVANE_SCREENSHOTS", QStringLiteral(TARVANE_BINARY_DIR "/screenshots"));
-    QVERIFY(QDir().mkpath(folder));
-    QVERIFY(widget->grab().save(folder + u'/' + name + u".png"_s));
+    QVERIFY(saveScreenshot(widget, name));
 }
 
 QStringList column(const QTreeWidget *list, int c)

@@ -1,3 +1,4 @@
+#include "gui_helper.h"
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
@@ -34,15 +35,6 @@ const QString InstallFolder = u"\\Program Files\\Tarvane\\"_s;
 
 const QString FuelNote = u"This entry has an odometer less than the last entry.\nData should be entered in "
                          "numerical order by odometer.  See \"Inserting data\" in the manual."_s;
-
-QString screenshotFolder()
-{
-    QString folder = qEnvironmentVariable("TARVANE_SCREENSHOTS");
-    if (folder.isEmpty())
-        folder = QStringLiteral(TARVANE_BINARY_DIR "/screenshots");
-    QDir().mkpath(folder);
-    return folder;
-}
 
 CVCItem newRecord(CVCItem::EntryType type)
 {

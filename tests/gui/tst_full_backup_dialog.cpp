@@ -1,3 +1,4 @@
+#include "gui_helper.h"
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
@@ -28,12 +29,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr quint32 Now = 1709640000; // 2024-03-05 12:00:00 UTC
-
-class NoHelp : public HelpLauncher
-{
-public:
-    bool showHelp(QWidget *, const QString &) override { return true; }
-};
 
 QByteArray readAll(const QString &path)
 {
@@ -76,13 +71,7 @@ QStringList items(const QComboBox *box)
 
 void shoot(QWidget *widget, const QString &name)
 {
-    widget->show();
-    QVERIFY(QTest::qWaitForWindowExposed(widget));
-    QCoreApplication::processEvents();
-    const QString folder
-        = qEnvironmentVariable("TARVANE_SCREENSHOTS", QStringLiteral(TARVANE_BINARY_DIR "/screenshots"));
-    QVERIFY(QDir().mkpath(folder));
-    QVERIFY(widget->grab().save(folder + u'/' + name + u".png"_s));
+    QVERIFY(saveScreenshot(widget, name));
 }
 
 struct Sandbox

@@ -1,3 +1,4 @@
+#include "gui_helper.h"
 #include <QApplication>
 #include <QDir>
 #include <QHeaderView>
@@ -153,13 +154,7 @@ void TestHistory::cleanup()
 
 void TestHistory::shoot(QWidget *widget, const QString &name)
 {
-    widget->show();
-    QVERIFY(QTest::qWaitForWindowExposed(widget));
-    QCoreApplication::processEvents();
-    const QString folder
-        = qEnvironmentVariable("TARVANE_SCREENSHOTS", QStringLiteral(TARVANE_BINARY_DIR "/screenshots"));
-    QVERIFY(QDir().mkpath(folder));
-    QVERIFY(widget->grab().save(folder + u'/' + name + u".png"_s));
+    QVERIFY(saveScreenshot(widget, name));
 }
 
 void TestHistory::walk()

@@ -1,3 +1,4 @@
+#include "gui_helper.h"
 #include <QAction>
 #include <QApplication>
 #include <QDir>
@@ -26,12 +27,6 @@ namespace {
 // 2024-03-01 00:00:00 UTC.
 constexpr quint32 Now = 1709251200;
 
-class NoHelp : public HelpLauncher
-{
-public:
-    bool showHelp(QWidget *, const QString &) override { return true; }
-};
-
 QList<int> whole(const char *digits, bool alert = false)
 {
     QList<int> tiles;
@@ -53,13 +48,7 @@ CVCItem entry(CVCItem::EntryType type, double odometer, const QString &text, qui
 
 void shoot(QWidget *widget, const QString &name)
 {
-    widget->show();
-    QVERIFY(QTest::qWaitForWindowExposed(widget));
-    QCoreApplication::processEvents();
-    const QString folder
-        = qEnvironmentVariable("TARVANE_SCREENSHOTS", QStringLiteral(TARVANE_BINARY_DIR "/screenshots"));
-    QVERIFY(QDir().mkpath(folder));
-    QVERIFY(widget->grab().save(folder + u'/' + name + u".png"_s));
+    QVERIFY(saveScreenshot(widget, name));
 }
 
 // Runs check on the next modal dialog, then closes it.

@@ -1,6 +1,7 @@
 // Every screen of the program opened on the screen this test runs on (CTest runs it on a 480x640
 // screen and on a 1280x900 one at scale 2): each window fits, and no button outside a scroll area
 // is cut off. A PNG of each goes to the screenshots folder, named after the screen.
+#include "gui_helper.h"
 #include <QAbstractButton>
 #include <QAbstractSpinBox>
 #include <QApplication>
@@ -28,12 +29,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-class NoHelp : public HelpLauncher
-{
-public:
-    bool showHelp(QWidget *, const QString &) override { return true; }
-};
 
 // Buttons a scroll area does not hold, cut off by their window's edge.
 QStringList cutOffButtons(QWidget *window)

@@ -1,3 +1,4 @@
+#include "gui_helper.h"
 #include <QAction>
 #include <QApplication>
 #include <QButtonGroup>
@@ -36,21 +37,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr quint32 Now = 1709251200; // 2024-03-01
-
-class NoHelp : public HelpLauncher
-{
-public:
-    bool showHelp(QWidget *, const QString &) override { return true; }
-};
-
-QString screenshotFolder()
-{
-    QString folder = qEnvironmentVariable("TARVANE_SCREENSHOTS");
-    if (folder.isEmpty())
-        folder = QStringLiteral(TARVANE_BINARY_DIR "/screenshots");
-    QDir().mkpath(folder);
-    return folder;
-}
 
 // Runs then() on the next modal dialog of type T, once it is up. Nested dialogs are handled by
 // scheduling their handler before the call that opens them.

@@ -1,3 +1,4 @@
+#include "gui_helper.h"
 #include <QDir>
 #include <QFile>
 #include <QLabel>
@@ -108,13 +109,7 @@ StatisticsContext TestStatistics::context()
 
 void TestStatistics::shoot(QWidget *widget, const QString &name)
 {
-    widget->show();
-    QVERIFY(QTest::qWaitForWindowExposed(widget));
-    QCoreApplication::processEvents();
-    const QString folder
-        = qEnvironmentVariable("TARVANE_SCREENSHOTS", QStringLiteral(TARVANE_BINARY_DIR "/screenshots"));
-    QVERIFY(QDir().mkpath(folder));
-    QVERIFY(widget->grab().save(folder + u'/' + name + u".png"_s));
+    QVERIFY(saveScreenshot(widget, name));
 }
 
 void TestStatistics::charts_data()

@@ -1,4 +1,5 @@
 #include "GuiReporter.h"
+#include "gui_helper.h"
 #include "widgets/IconArt.h"
 #include "widgets/TileArt.h"
 #include "widgets/TileCounter.h"
@@ -51,15 +52,6 @@ QString firstTwins(const QList<int> &ids, const std::function<QImage(int)> &rend
         seen.insert(hash, id);
     }
     return QString();
-}
-
-QString screenshotFolder()
-{
-    QString folder = qEnvironmentVariable("TARVANE_SCREENSHOTS");
-    if (folder.isEmpty())
-        folder = QStringLiteral(TARVANE_BINARY_DIR "/screenshots");
-    QDir().mkpath(folder);
-    return folder;
 }
 
 QList<int> range(int first, int last)
