@@ -81,6 +81,7 @@ void TestCliStats::json()
     QCOMPARE(r.exitCode, 0);
     const QJsonObject chart = QJsonDocument::fromJson(r.out.toUtf8()).object();
     // May 2025 averages 3.25 and 2.75 to 3.0; February 2026 is 3.5.
+    // A point is wrapped in QJsonValue: clang would take a lone inner array for a copy of the outer.
     const QJsonObject expected {
         { u"mode"_s, 7 },
         { u"title"_s, u"FUEL COST"_s },
@@ -98,10 +99,10 @@ void TestCliStats::json()
         { u"lines"_s,
           QJsonArray { QJsonObject { { u"name"_s, u"2025"_s },
                                      { u"colour"_s, u"#ff0000"_s },
-                                     { u"points"_s, QJsonArray { QJsonArray { 5, 3 } } } },
+                                     { u"points"_s, QJsonArray { QJsonValue(QJsonArray { 5, 3 }) } } },
                        QJsonObject { { u"name"_s, u"2026"_s },
                                      { u"colour"_s, u"#00ff00"_s },
-                                     { u"points"_s, QJsonArray { QJsonArray { 2, 3.5 } } } } } }
+                                     { u"points"_s, QJsonArray { QJsonValue(QJsonArray { 2, 3.5 }) } } } } }
     };
     QCOMPARE(chart, expected);
 }
