@@ -2,6 +2,7 @@
 
 #include "app/HelpLauncher.h"
 
+#include <QByteArray>
 #include <QString>
 
 class QWidget;
@@ -11,6 +12,12 @@ QString screenshotFolder();
 
 // Shows the widget, waits until it is on screen and saves it as <name>.png in that folder.
 bool saveScreenshot(QWidget *widget, const QString &name);
+
+// A file's bytes, or "<missing>" so a comparison says what went wrong.
+QByteArray readAll(const QString &path);
+
+// Writes a file whole, making its folder; fails the running test otherwise.
+void put(const QString &path, const QByteArray &bytes);
 
 // Help that is never shown: the walks are not about help.
 class NoHelp : public HelpLauncher

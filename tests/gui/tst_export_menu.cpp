@@ -1,3 +1,4 @@
+#include "gui_helper.h"
 #include <QApplication>
 #include <QDir>
 #include <QFile>
@@ -15,20 +16,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr quint32 Now = 1773316800; // 2026-03-12 12:00:00 UTC
-
-QByteArray readAll(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
-}
-
-void put(const QString &path, const QByteArray &bytes)
-{
-    QVERIFY(QDir().mkpath(QFileInfo(path).path()));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    QCOMPARE(file.write(bytes), bytes.size());
-}
 
 CVCItem entry(CVCItem::EntryType type, double odometer, quint32 date)
 {
