@@ -1,10 +1,15 @@
 #include "gui_helper.h"
 
+#include "log/LogArchive.h"
+
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QTest>
+#include <QTreeWidget>
 #include <QWidget>
 
 using namespace Qt::StringLiterals;
@@ -26,6 +31,11 @@ bool saveScreenshot(QWidget *widget, const QString &name)
     return widget->grab().save(screenshotFolder() + u'/' + name + u".png"_s);
 }
 
+void shoot(QWidget *widget, const QString &name)
+{
+    QVERIFY2(saveScreenshot(widget, name), qPrintable(name));
+}
+
 QByteArray readAll(const QString &path)
 {
     QFile file(path);
@@ -38,4 +48,68 @@ void put(const QString &path, const QByteArray &bytes)
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
     QCOMPARE(file.write(bytes), bytes.size());
+}
+
+QList<double> odometers(const QString &path)
+{
+    EntryList list;
+    if (!LogArchive().read(path, list))
+        return { -1 };
+    QList<double> values;
+    for (const CVCItem &item : list)
+        values.append(item.odometer);
+    return values;
+}
+
+QList<int> whole(const char *digits, bool alert)
+{
+    QList<int> tiles;
+    for (const char *c = digits; *c; ++c)
+        tiles << (alert ? 211 : 198) + (*c - '0');
+    return tiles;
+}
+
+QStringList column(const QTreeWidget *list, int c)
+{
+    QStringList out;
+    for (int i = 0; i < list->topLevelItemCount(); ++i)
+        out.append(list->topLevelItem(i)->text(c));
+    return out;
+}
+
+QStringList items(const QComboBox *box)
+{
+    QStringList out;
+    for (int i = 0; i < box->count(); ++i)
+        out.append(box->itemText(i));
+    return out;
+}
+
+void retype(QLineEdit *edit, const QString &text)
+{
+    edit->setFocus();
+    edit->selectAll();
+    if (text.isEmpty())
+        QTest::keyClick(edit, Qt::Key_Backspace);
+    else
+        QTest::keyClicks(edit, text);
+}
+
+void Sandbox::installTemplates()
+{
+    put(data() + u"Lists.ini"_s, readAll(u":/install/Lists.ini"_s));
+    put(data() + u"Velcora.ini"_s, readAll(u":/install/Velcora.ini"_s));
+}
+
+VehicleSession &Sandbox::startSession()
+{
+    session = std::make_unique<VehicleSession>(context);
+    session->start();
+    return *session;
+}
+
+MainWindow &Sandbox::startWindow()
+{
+    window = std::make_unique<MainWindow>(*session, chooser, *help);
+    return *window;
 }

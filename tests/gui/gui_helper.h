@@ -1,10 +1,25 @@
 #pragma once
 
+#include "app/FileChooser.h"
 #include "app/HelpLauncher.h"
+#include "app/MainWindow.h"
+#include "platform/AppContext.h"
+#include "session/VehicleSession.h"
 
+#include <QApplication>
 #include <QByteArray>
+#include <QList>
 #include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <QTimer>
 
+#include <functional>
+#include <memory>
+
+class QComboBox;
+class QLineEdit;
+class QTreeWidget;
 class QWidget;
 
 // Where the GUI tests leave their pictures for a person to look at (made when missing).
@@ -13,15 +28,77 @@ QString screenshotFolder();
 // Shows the widget, waits until it is on screen and saves it as <name>.png in that folder.
 bool saveScreenshot(QWidget *widget, const QString &name);
 
+// The same, failing the running test when the picture could not be taken.
+void shoot(QWidget *widget, const QString &name);
+
 // A file's bytes, or "<missing>" so a comparison says what went wrong.
 QByteArray readAll(const QString &path);
 
 // Writes a file whole, making its folder; fails the running test otherwise.
 void put(const QString &path, const QByteArray &bytes);
 
+// The odometers of a log file in their order, {-1} when it does not read.
+QList<double> odometers(const QString &path);
+
+// The drums of a whole-number counter showing the digits, red ones when alert.
+QList<int> whole(const char *digits, bool alert = false);
+
+// A list's column, or a box's entries, top to bottom.
+QStringList column(const QTreeWidget *list, int c = 0);
+QStringList items(const QComboBox *box);
+
+// Replaces a field's text the way a user would: select everything, then type.
+void retype(QLineEdit *edit, const QString &text);
+
+// Runs then() on the next modal dialog of type T, once it is up. Nested dialogs are handled by
+// scheduling their handler before the call that opens them.
+template<typename T> void onModal(QObject *context, std::function<void(T *)> then)
+{
+    auto *timer = new QTimer(context);
+    timer->setInterval(20);
+    QObject::connect(timer, &QTimer::timeout, context, [timer, then] {
+        if (auto *dialog = qobject_cast<T *>(QApplication::activeModalWidget())) {
+            timer->stop();
+            timer->deleteLater();
+            then(dialog);
+        }
+    });
+    timer->start();
+}
+
 // Help that is never shown: the walks are not about help.
 class NoHelp : public HelpLauncher
 {
 public:
     bool showHelp(QWidget *, const QString &) override { return true; }
+};
+
+// Everything one run of the program needs on a sandbox folder: memory settings stores, a fixed
+// clock and en_US formats. The session and the window are made when a walk asks for them.
+struct Sandbox
+{
+    explicit Sandbox(quint32 now)
+        : clock(now)
+    { }
+
+    QString data() const { return context.paths.dataFolder(); }
+    // The shipped Lists.ini and Velcora.ini in the data folder: the template's "My Car".
+    void installTemplates();
+    // A session started on the vehicle the options name.
+    VehicleSession &startSession();
+    // The main window over the started session.
+    MainWindow &startWindow();
+
+    QTemporaryDir dir;
+    RecordingReporter reporter;
+    FixedClock clock;
+    TestLocaleFormats locale;
+    MemorySettingsStore options;
+    MemorySettingsStore preferences;
+    AppContext context { DevicePaths(dir.path()), reporter, clock, locale, options, preferences };
+    ScriptedFileChooser chooser;
+    NoHelp noHelp;
+    HelpLauncher *help = &noHelp;
+    std::unique_ptr<VehicleSession> session;
+    std::unique_ptr<MainWindow> window;
 };

@@ -7,17 +7,13 @@
 #include <QMenu>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QTemporaryDir>
-#include <QTimer>
 #include <QTreeWidget>
 #include <QtTest>
 
-#include "app/FileChooser.h"
 #include "dataview/EntryTableModel.h"
 #include "dataview/HistoryDialog.h"
 #include "exchange/CsvImportDialog.h"
 #include "log/LogArchive.h"
-#include "session/VehicleSession.h"
 
 using namespace Qt::StringLiterals;
 
@@ -25,49 +21,27 @@ namespace {
 
 constexpr quint32 Now = 1709640000; // 2024-03-05 12:00:00 UTC
 
-void shoot(QWidget *widget, const QString &name)
-{
-    QVERIFY(saveScreenshot(widget, name));
-}
-
-QStringList column(const QTreeWidget *list, int c)
-{
-    QStringList out;
-    for (int i = 0; i < list->topLevelItemCount(); ++i)
-        out.append(list->topLevelItem(i)->text(c));
-    return out;
-}
-
 QTreeWidgetItem *rowOf(QTreeWidget *list, const QString &text)
 {
     const QList<QTreeWidgetItem *> found = list->findItems(text, Qt::MatchExactly, 0);
     return found.isEmpty() ? nullptr : found.first();
 }
 
-struct Sandbox
+// The template's "My Car" with an empty log.
+struct CarSandbox : Sandbox
 {
-    Sandbox()
+    CarSandbox()
+        : Sandbox(Now)
     {
         options.createKey(u"Options"_s);
         options.setValue(u"Options"_s, u"Name"_s, u"My Car"_s);
-        session.start();
+        startSession();
     }
     QString file(const QString &name, const QByteArray &bytes)
     {
-        QFile out(dir.filePath(name));
-        if (out.open(QIODevice::WriteOnly))
-            out.write(bytes);
-        return out.fileName();
+        put(dir.filePath(name), bytes);
+        return dir.filePath(name);
     }
-    QTemporaryDir dir;
-    RecordingReporter reporter;
-    FixedClock clock { Now };
-    TestLocaleFormats locale;
-    MemorySettingsStore options;
-    MemorySettingsStore preferences;
-    AppContext context { DevicePaths(dir.path()), reporter, clock, locale, options, preferences };
-    VehicleSession session { context };
-    ScriptedFileChooser chooser;
 };
 
 } // namespace
@@ -79,12 +53,12 @@ class TestCsvImportDialog : public QObject
 private slots:
     void buildSaveAndImport()
     {
-        Sandbox s;
+        CarSandbox s;
         const QString sheet = s.file(u"fillups.csv"_s,
                                      "Date,Odometer,,Gallons,Station\r\n"
                                      "1/5/2024,12000,x,10,Shell\r\n"
                                      "1/20/2024,12300,x,10,Shell\r\n");
-        CsvImportDialog dialog(s.session, s.chooser);
+        CsvImportDialog dialog(*s.session, s.chooser);
         QCOMPARE(dialog.windowTitle(), u"IMPORT"_s);
         QVERIFY(!dialog.importButton()->isEnabled());
         QCOMPARE(dialog.mapBox()->currentText(), u"DefaultMap"_s);
@@ -134,7 +108,7 @@ private slots:
         CVCItem earlier;
         earlier.typeText = u"Fuel"_s;
         earlier.odometer = 11000;
-        QVERIFY(LogArchive().write(s.session.databasePath(), { earlier }));
+        QVERIFY(LogArchive().write(s.session->databasePath(), { earlier }));
         QStringList progress;
         connect(dialog.progressBar(), &QProgressBar::valueChanged, this,
                 [&](int value) { progress.append(u"%1 %2"_s.arg(dialog.mapsGroup()->title()).arg(value)); });
@@ -145,14 +119,14 @@ private slots:
         QCOMPARE(dialog.mapsGroup()->title(), u"CSV Maps"_s);
         QVERIFY(!dialog.progressBar()->isVisible());
         QVERIFY(dialog.imported());
-        QCOMPARE(s.session.entries().size(), size_t(3));
-        QCOMPARE(s.session.entries()[0].odometer, 11000.0);
-        QCOMPARE(s.session.entries()[2].station, u"Shell"_s);
-        QCOMPARE(s.session.scan().lastOdometer, 12300.0);
+        QCOMPARE(s.session->entries().size(), size_t(3));
+        QCOMPARE(s.session->entries()[0].odometer, 11000.0);
+        QCOMPARE(s.session->entries()[2].station, u"Shell"_s);
+        QCOMPARE(s.session->scan().lastOdometer, 12300.0);
 
         // Opened again: the last map and the last file.
         dialog.abortButton()->click();
-        CsvImportDialog again(s.session, s.chooser);
+        CsvImportDialog again(*s.session, s.chooser);
         QCOMPARE(again.mapBox()->currentText(), u"Fill-ups"_s);
         QCOMPARE(again.fileField()->text(), sheet);
         QCOMPARE(again.fieldList()->topLevelItem(ImportMap::Station)->text(1), u"5: Station"_s);
@@ -160,12 +134,12 @@ private slots:
 
     void fromHistory()
     {
-        Sandbox s;
+        CarSandbox s;
         // Ready to go: the built-in map and an exported file chosen last time.
         s.preferences.setValue(u"ListAttributes"_s, u"LastMap"_s, u"Tarvane CSV"_s);
         s.preferences.setValue(u"ListAttributes"_s, u"CSVName"_s,
                                QStringLiteral(TARVANE_TEST_DATA "/exchange/round-trip/Truck.csv"));
-        HistoryDialog history(s.session, s.reporter);
+        HistoryDialog history(*s.session, s.reporter);
         history.setPeriodFilter(DataViewFilter::AllPeriods);
         QCOMPARE(history.model()->rowCount(), 0);
         QStringList items;
@@ -186,8 +160,8 @@ private slots:
 
     void unusableFiles()
     {
-        Sandbox s;
-        CsvImportDialog dialog(s.session, s.chooser);
+        CarSandbox s;
+        CsvImportDialog dialog(*s.session, s.chooser);
         s.chooser.enqueue(s.file(u"one.csv"_s, "Odometer\r\n12000\r\n"));
         dialog.browse();
         QVERIFY(!dialog.importButton()->isEnabled());

@@ -1,15 +1,11 @@
 #include "gui_helper.h"
-#include <QApplication>
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 #include <QtTest>
 
-#include "app/FileChooser.h"
 #include "dataview/ExportMenu.h"
 #include "dataview/HistoryDialog.h"
 #include "log/LogArchive.h"
-#include "session/VehicleSession.h"
 
 using namespace Qt::StringLiterals;
 
@@ -31,27 +27,18 @@ CVCItem entry(CVCItem::EntryType type, double odometer, quint32 date)
 }
 
 // The template's vehicle "My Car" with a fill-up in February, a repair and a fill-up in March.
-struct Sandbox
+struct MenuSandbox : Sandbox
 {
-    Sandbox()
+    MenuSandbox()
+        : Sandbox(Now)
     {
         options.createKey(u"Options"_s);
         put(data() + u"MYCAR0001.vcb"_s,
             LogArchive::encode({ entry(CVCItem::Fuel, 1000, Now - 30 * 86400),
                                  entry(CVCItem::Maintenance, 1100, Now - 5 * 86400),
                                  entry(CVCItem::Fuel, 1200, Now - 86400) }));
-        put(data() + u"Lists.ini"_s, readAll(u":/install/Lists.ini"_s));
-        put(data() + u"Velcora.ini"_s, readAll(u":/install/Velcora.ini"_s));
+        installTemplates();
     }
-    QString data() const { return context.paths.dataFolder(); }
-
-    QTemporaryDir dir;
-    RecordingReporter reporter;
-    FixedClock clock { Now };
-    TestLocaleFormats locale;
-    MemorySettingsStore options;
-    MemorySettingsStore preferences;
-    AppContext context { DevicePaths(dir.path()), reporter, clock, locale, options, preferences };
 };
 
 } // namespace
@@ -67,11 +54,11 @@ private slots:
 // The History screen's Options → Export, run with the screen's filter.
 void TestExportMenu::menuExportsWithTheScreensFilter()
 {
-    Sandbox sandbox;
+    MenuSandbox sandbox;
     VehicleSession session(sandbox.context);
     QVERIFY(session.start(false, u"My Car"_s));
     sandbox.reporter.clear();
-    ScriptedFileChooser chooser;
+    ScriptedFileChooser &chooser = sandbox.chooser;
     HistoryDialog history(session, sandbox.reporter);
     history.setTypeFilter(DataViewFilter::Fuel);
     history.setPeriodFilter(DataViewFilter::Month);
@@ -134,9 +121,7 @@ void TestExportMenu::menuExportsWithTheScreensFilter()
     menu.setActiveAction(menu.actions().at(2));
     QTest::keyClick(&menu, Qt::Key_Right);
     QCoreApplication::processEvents();
-    const QString folder
-        = qEnvironmentVariable("TARVANE_SCREENSHOTS", QStringLiteral(TARVANE_BINARY_DIR "/screenshots"));
-    QVERIFY(QDir().mkpath(folder));
+    const QString folder = screenshotFolder();
     QVERIFY(menu.grab().save(folder + u"/export_menu.png"_s));
     QVERIFY(menu.actions().at(2)->menu()->grab().save(folder + u"/export_menu_html.png"_s));
 }

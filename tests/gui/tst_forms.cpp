@@ -9,7 +9,6 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTimeEdit>
-#include <QTimer>
 #include <QToolButton>
 #include <QtTest>
 
@@ -20,7 +19,6 @@
 #include "forms/TripDialog.h"
 #include "platform/CFormat.h"
 #include "platform/Reporter.h"
-#include "session/VehicleSession.h"
 #include "settings/IniFile.h"
 #include "settings/PickLists.h"
 
@@ -45,17 +43,6 @@ CVCItem newRecord(CVCItem::EntryType type)
     item.newEntryMark = CVCItem::NewEntryMark;
     item.iconIndex = type == CVCItem::Trip ? 19 : 0;
     return item;
-}
-
-// Replaces a field's text the way a user would: select everything, then type.
-void retype(QLineEdit *edit, const QString &text)
-{
-    edit->setFocus();
-    edit->selectAll();
-    if (text.isEmpty())
-        QTest::keyClick(edit, Qt::Key_Backspace);
-    else
-        QTest::keyClicks(edit, text);
 }
 
 // The key=value lines of a section, in file order.
@@ -299,10 +286,8 @@ void TestForms::fuelStationListRefills()
     });
     QTest::mouseClick(dialog.stationButton(), Qt::LeftButton);
     QVERIFY(seen);
-    QStringList items;
-    for (int i = 0; i < dialog.stationCombo()->count(); ++i)
-        items.append(dialog.stationCombo()->itemText(i));
-    QCOMPARE(items, (QStringList { u"Airport Fuel"_s, u"Corner Station"_s, u"Truck Stop"_s }));
+    QCOMPARE(items(dialog.stationCombo()),
+             (QStringList { u"Airport Fuel"_s, u"Corner Station"_s, u"Truck Stop"_s }));
 }
 
 void TestForms::maintenanceIcons_data()
@@ -500,16 +485,10 @@ void TestForms::newEntryKeptOrDropped()
     QFETCH(QString, odometer);
     QFETCH(int, entries);
 
-    TestLocaleFormats locale;
-    MemorySettingsStore options;
-    MemorySettingsStore preferences;
-    options.createKey(u"Options"_s);
-    options.setValue(u"Options"_s, u"Name"_s, u"My Car"_s);
-    QTemporaryDir root;
-    QVERIFY(root.isValid());
-    AppContext app { DevicePaths(root.path()), m_reporter, m_clock, locale, options, preferences };
-    VehicleSession session(app);
-    session.start();
+    Sandbox box(Now);
+    box.options.createKey(u"Options"_s);
+    box.options.setValue(u"Options"_s, u"Name"_s, u"My Car"_s);
+    VehicleSession &session = box.startSession();
     QCOMPARE(session.entries().size(), size_t(0));
 
     QTimer::singleShot(0, this, [&] {
@@ -521,7 +500,7 @@ void TestForms::newEntryKeptOrDropped()
                 retype(edit, odometer);
         QTest::mouseClick(dialog->saveButton(), Qt::LeftButton);
     });
-    const bool added = EntryFormRunner::addNew(session, CVCItem::EntryType(type), m_reporter, nullptr);
+    const bool added = EntryFormRunner::addNew(session, CVCItem::EntryType(type), box.reporter, nullptr);
     QCOMPARE(added, entries == 1);
     QCOMPARE(session.entries().size(), size_t(entries));
     if (entries == 1) {

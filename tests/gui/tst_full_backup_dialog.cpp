@@ -1,6 +1,5 @@
 #include "gui_helper.h"
 #include <QAction>
-#include <QApplication>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
@@ -10,17 +9,11 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QStringDecoder>
-#include <QTemporaryDir>
-#include <QTimer>
 #include <QTreeWidget>
 #include <QtTest>
 
-#include "app/FileChooser.h"
-#include "app/HelpLauncher.h"
-#include "app/MainWindow.h"
 #include "app/VehicleSelector.h"
 #include "log/LogArchive.h"
-#include "session/VehicleSession.h"
 #include "storage/FullBackupDialog.h"
 #include "storage/SafeCopy.h"
 
@@ -39,51 +32,21 @@ QByteArray logBytes(double odometer)
     return LogArchive::encode({ item });
 }
 
-QStringList rows(const QTreeWidget *list)
+struct BackupSandbox : Sandbox
 {
-    QStringList out;
-    for (int i = 0; i < list->topLevelItemCount(); ++i)
-        out.append(list->topLevelItem(i)->text(0));
-    return out;
-}
-
-QStringList items(const QComboBox *box)
-{
-    QStringList out;
-    for (int i = 0; i < box->count(); ++i)
-        out.append(box->itemText(i));
-    return out;
-}
-
-void shoot(QWidget *widget, const QString &name)
-{
-    QVERIFY(saveScreenshot(widget, name));
-}
-
-struct Sandbox
-{
-    Sandbox()
+    BackupSandbox()
+        : Sandbox(Now)
     {
         options.createKey(u"Options"_s);
         put(data() + u"VAN1.vcb"_s, logBytes(12000));
-        put(data() + u"Lists.ini"_s, readAll(u":/install/Lists.ini"_s));
-        put(data() + u"Velcora.ini"_s, readAll(u":/install/Velcora.ini"_s));
+        installTemplates();
         QDir().mkpath(root() + u"Storage Card"_s);
     }
     QString root() const { return context.paths.root(); }
-    QString data() const { return context.paths.dataFolder(); }
     QString preference(const QString &key) const
     {
         return context.preferences().getString(u"ListAttributes"_s, key, u"<unset>"_s);
     }
-
-    QTemporaryDir dir;
-    RecordingReporter reporter;
-    FixedClock clock { Now };
-    TestLocaleFormats locale;
-    MemorySettingsStore options;
-    MemorySettingsStore preferences;
-    AppContext context { DevicePaths(dir.path()), reporter, clock, locale, options, preferences };
 };
 
 // Runs the action, then drives the modal dialog it opens: the run button, then Abort if still open.
@@ -114,7 +77,7 @@ private slots:
 
 void TestFullBackupDialog::backupToRememberedDrive()
 {
-    Sandbox s;
+    BackupSandbox s;
     s.context.preferences().writeString(u"ListAttributes"_s, u"LastBackup"_s, u"Storage Card"_s);
     FullBackupDialog dialog(FullBackup::Kind::Backup, s.context);
     QCOMPARE(dialog.windowTitle(), u"FULL BACKUP"_s);
@@ -132,7 +95,7 @@ void TestFullBackupDialog::backupToRememberedDrive()
     s.reporter.setNextAnswer(true);
     dialog.runButton()->click();
     QCOMPARE(dialog.result(), int(QDialog::Accepted));
-    QCOMPARE(rows(dialog.filesList()), (QStringList { u"VAN1.vcb"_s, u"Lists.ini"_s, u"Velcora.ini"_s }));
+    QCOMPARE(column(dialog.filesList()), (QStringList { u"VAN1.vcb"_s, u"Lists.ini"_s, u"Velcora.ini"_s }));
     QCOMPARE(readAll(s.root() + u"Storage Card/Tarvane Backup/Tarvane Data Files/VAN1.vcb"_s),
              logBytes(12000));
     const QString question = FullBackup::backupQuestion();
@@ -144,7 +107,7 @@ void TestFullBackupDialog::backupToRememberedDrive()
 
 void TestFullBackupDialog::backupWithFailureStaysOpen()
 {
-    Sandbox s;
+    BackupSandbox s;
     const auto failing = [](const QString &source, const QString &target, QString *error) {
         if (source.endsWith(u"Lists.ini"_s)) {
             *error = u"No space left on device"_s;
@@ -158,7 +121,7 @@ void TestFullBackupDialog::backupWithFailureStaysOpen()
     dialog.runButton()->click();
     QVERIFY(dialog.isVisible());
     QCOMPARE(
-        rows(dialog.filesList()),
+        column(dialog.filesList()),
         (QStringList { u"VAN1.vcb"_s, u"Lists.ini: failed (No space left on device)"_s, u"Velcora.ini"_s }));
     QVERIFY(s.reporter.texts().last().startsWith(u"Backup incomplete: 1 of 3 files could not be copied."_s));
     QCOMPARE(s.preference(u"LastBackupDate"_s), u"<unset>"_s);
@@ -168,7 +131,7 @@ void TestFullBackupDialog::backupWithFailureStaysOpen()
 
 void TestFullBackupDialog::restoreListsFilesAndStaysOpen()
 {
-    Sandbox s;
+    BackupSandbox s;
     const QString backup = s.root() + u"Tarvane Backup/"_s;
     put(backup + u"Tarvane Data Files/VAN1.vcb"_s, logBytes(15000));
     put(backup + u"Tarvane Data Files/BROKEN.vcb"_s, "not a log");
@@ -185,7 +148,7 @@ void TestFullBackupDialog::restoreListsFilesAndStaysOpen()
     dialog.runButton()->click();
     QVERIFY(dialog.isVisible());
     QVERIFY(dialog.hasRun());
-    QCOMPARE(rows(dialog.filesList()),
+    QCOMPARE(column(dialog.filesList()),
              (QStringList { u"BROKEN.vcb: skipped, damaged"_s, u"VAN1.vcb"_s, u"Lists.ini"_s }));
     QCOMPARE(readAll(s.data() + u"VAN1.vcb"_s), logBytes(15000));
     QCOMPARE(readAll(s.data() + u"Before restore 20240305-120000/VAN1.vcb"_s), logBytes(12000));
@@ -199,14 +162,10 @@ void TestFullBackupDialog::restoreListsFilesAndStaysOpen()
 
 void TestFullBackupDialog::mainScreenRecordsAndReloads()
 {
-    Sandbox s;
+    BackupSandbox s;
     s.options.setValue(u"Options"_s, u"Name"_s, u"My Car"_s);
-    VehicleSession session(s.context);
-    session.start();
-    session.saveAfterStartup();
-    ScriptedFileChooser chooser;
-    NoHelp help;
-    MainWindow window(session, chooser, help);
+    s.startSession().saveAfterStartup();
+    MainWindow &window = s.startWindow();
     QMenu *storage = window.menuBar()->actions().first()->menu()->actions().last()->menu();
     QAction *fullBackup = storage->actions().at(3);
     QAction *fullRestore = storage->actions().at(4);

@@ -1,5 +1,4 @@
 #include "gui_helper.h"
-#include <QApplication>
 #include <QDir>
 #include <QHeaderView>
 #include <QLineEdit>
@@ -9,18 +8,12 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTableView>
-#include <QTemporaryDir>
-#include <QTimer>
 #include <QtTest>
-
-#include <memory>
 
 #include "dataview/EntryTableModel.h"
 #include "dataview/HistoryDialog.h"
 #include "forms/EntryDialog.h"
 #include "log/LogArchive.h"
-#include "platform/AppContext.h"
-#include "session/VehicleSession.h"
 #include "settings/Options.h"
 
 using namespace Qt::StringLiterals;
@@ -75,22 +68,6 @@ EntryList sampleLog()
              entry(CVCItem::Trip, 19, u"Trip"_s, 12800, "2026-11-25T08:00:00") };
 }
 
-QByteArray fileBytes(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-QList<double> odometers(const QString &path)
-{
-    EntryList list;
-    QList<double> values;
-    LogArchive().read(path, list);
-    for (const CVCItem &item : list)
-        values.append(item.odometer);
-    return values;
-}
-
 // Runs the action while the form it opens is answered by the script.
 template<typename Action, typename Script> void withForm(Action action, Script script)
 {
@@ -120,46 +97,30 @@ private slots:
     void summaryReport();
 
 private:
-    void shoot(QWidget *widget, const QString &name);
-    QString vcb() const { return m_context->paths.dataFolder() + u"MYCAR0001.vcb"_s; }
+    QString vcb() const { return m_box->data() + u"MYCAR0001.vcb"_s; }
 
-    QTemporaryDir m_dir;
-    RecordingReporter m_reporter;
-    FixedClock m_clock { utc("2026-11-25T12:00:00") };
-    TestLocaleFormats m_locale;
-    MemorySettingsStore m_options;
-    MemorySettingsStore m_preferences;
-    std::unique_ptr<AppContext> m_context;
-    std::unique_ptr<VehicleSession> m_session;
+    std::unique_ptr<Sandbox> m_box;
 };
 
 void TestHistory::init()
 {
-    m_context = std::make_unique<AppContext>(
-        AppContext { DevicePaths(m_dir.path()), m_reporter, m_clock, m_locale, m_options, m_preferences });
-    m_options.createKey(u"Options"_s);
-    m_options.setValue(u"Options"_s, u"Name"_s, u"My Car"_s);
-    m_session = std::make_unique<VehicleSession>(*m_context);
-    m_session->start();
+    m_box = std::make_unique<Sandbox>(utc("2026-11-25T12:00:00"));
+    m_box->options.createKey(u"Options"_s);
+    m_box->options.setValue(u"Options"_s, u"Name"_s, u"My Car"_s);
+    m_box->startSession();
     QVERIFY(LogArchive().write(vcb(), sampleLog()));
-    m_session->reopen();
-    m_reporter.clear();
+    m_box->session->reopen();
+    m_box->reporter.clear();
 }
 
 void TestHistory::cleanup()
 {
-    m_session.reset();
-    m_context.reset();
-}
-
-void TestHistory::shoot(QWidget *widget, const QString &name)
-{
-    QVERIFY(saveScreenshot(widget, name));
+    m_box.reset();
 }
 
 void TestHistory::walk()
 {
-    auto dialog = std::make_unique<HistoryDialog>(*m_session, m_reporter);
+    auto dialog = std::make_unique<HistoryDialog>(*m_box->session, m_box->reporter);
     dialog->show();
     QVERIFY(QTest::qWaitForWindowExposed(dialog.get()));
     EntryTableModel *model = dialog->model();
@@ -204,7 +165,7 @@ void TestHistory::walk()
     QCOMPARE(model->index(1, 16).data().toString(), u"synthetic 5W-30"_s);
 
     // Insert a fill-up in the ALL view: the question, then the form; placed before 12400.
-    m_reporter.setNextAnswer(true);
+    m_box->reporter.setNextAnswer(true);
     withForm([&] { dialog->insertFuelOrRepair(); },
              [](EntryDialog *form) {
                  auto *odometer = form->findChild<QLineEdit *>(u"odometer"_s);
@@ -218,21 +179,21 @@ void TestHistory::walk()
     QCOMPARE(dialog->selectedPosition(), 4);
 
     // Delete it again: No keeps it, Yes removes it.
-    const QByteArray before = fileBytes(vcb());
-    m_reporter.setNextAnswer(false);
+    const QByteArray before = readAll(vcb());
+    m_box->reporter.setNextAnswer(false);
     dialog->deleteSelected();
-    QCOMPARE(fileBytes(vcb()), before);
-    m_reporter.setNextAnswer(true);
+    QCOMPARE(readAll(vcb()), before);
+    m_box->reporter.setNextAnswer(true);
     QTest::keyClick(dialog->table(), Qt::Key_Delete);
     QCOMPARE(odometers(vcb()).size(), 8);
-    QCOMPARE(m_reporter.texts(),
+    QCOMPARE(m_box->reporter.texts(),
              (QStringList { u"Is this a Fuel Entry?\nNo=Maintenance entry."_s, u"DELETE! ARE YOU SURE?"_s,
                             u"DELETE! ARE YOU SURE?"_s }));
     QCOMPARE(model->rowCount(), 8);
 
     // The last row selected and deleted: the selection moves to the new last row.
     dialog->selectRow(7);
-    m_reporter.setNextAnswer(true);
+    m_box->reporter.setNextAnswer(true);
     dialog->deleteSelected();
     QCOMPARE(model->rowCount(), 7);
     QCOMPARE(dialog->selectedPosition(), 6);
@@ -245,14 +206,14 @@ void TestHistory::walk()
     dialog->table()->horizontalHeader()->resizeSection(5, 111);
     radio(u"Month"_s, 0)->setFocus();
     quint32 width = 0;
-    QTRY_VERIFY(m_preferences.queryDword(u"ListAttributes"_s, u"ColNumber5"_s, &width) && width == 111u);
+    QTRY_VERIFY(m_box->preferences.queryDword(u"ListAttributes"_s, u"ColNumber5"_s, &width) && width == 111u);
     dialog->setPeriodFilter(DataViewFilter::Month);
     dialog->accept();
     dialog.reset();
-    QCOMPARE(m_session->options().r5, 2.0);
-    QCOMPARE(m_session->options().r6, 2.0);
+    QCOMPARE(m_box->session->options().r5, 2.0);
+    QCOMPARE(m_box->session->options().r6, 2.0);
 
-    HistoryDialog again(*m_session, m_reporter);
+    HistoryDialog again(*m_box->session, m_box->reporter);
     QCOMPARE(again.filter().type, DataViewFilter::Maintenance);
     QCOMPARE(again.filter().period, DataViewFilter::Month);
     QCOMPARE(again.table()->horizontalHeader()->sectionSize(5), 111);
@@ -266,7 +227,7 @@ void TestHistory::screenshots()
                                                                     { DataViewFilter::Maintenance, "maint" },
                                                                     { DataViewFilter::Trips, "trips" } };
     for (const QSize size : { QSize(480, 640), QSize(1024, 768) }) {
-        HistoryDialog dialog(*m_session, m_reporter);
+        HistoryDialog dialog(*m_box->session, m_box->reporter);
         dialog.resize(size);
         dialog.selectRow(2);
         for (const auto &[type, name] : views) {
@@ -276,58 +237,58 @@ void TestHistory::screenshots()
         }
         QVERIFY(dialog.width() <= size.width());
     }
-    QCOMPARE(m_reporter.texts(), QStringList());
+    QCOMPARE(m_box->reporter.texts(), QStringList());
 }
 
 void TestHistory::deleteAllThenMainScreen()
 {
-    const QByteArray before = fileBytes(vcb());
-    QCOMPARE(m_session->scan().lastOdometer, 12884.0);
+    const QByteArray before = readAll(vcb());
+    QCOMPARE(m_box->session->scan().lastOdometer, 12884.0);
     bool ran = false;
     QTimer::singleShot(0, [&] {
         auto *dialog = qobject_cast<HistoryDialog *>(QApplication::activeModalWidget());
         QVERIFY(dialog);
-        m_reporter.setNextAnswer(true);
+        m_box->reporter.setNextAnswer(true);
         dialog->deleteAll();
         QCOMPARE(dialog->model()->rowCount(), 0);
         dialog->findChild<QMenuBar *>()->actions().last()->trigger(); // "Exit"
         ran = true;
     });
-    HistoryDialog::run(*m_session, m_reporter, nullptr);
+    HistoryDialog::run(*m_box->session, m_box->reporter, nullptr);
     QVERIFY(ran);
-    QCOMPARE(m_reporter.texts(), QStringList { u"DELETE ALL DATA! ARE YOU SURE?"_s });
-    QCOMPARE(fileBytes(m_context->paths.dataFolder() + u"MYCAR0001.bak"_s), before);
+    QCOMPARE(m_box->reporter.texts(), QStringList { u"DELETE ALL DATA! ARE YOU SURE?"_s });
+    QCOMPARE(readAll(m_box->data() + u"MYCAR0001.bak"_s), before);
     // The session has read the emptied log again.
-    QCOMPARE(m_session->entries().size(), 0u);
-    QCOMPARE(m_session->scan().lastOdometer, 0.0);
+    QCOMPARE(m_box->session->entries().size(), 0u);
+    QCOMPARE(m_box->session->scan().lastOdometer, 0.0);
 }
 
 void TestHistory::summaryReport()
 {
-    HistoryDialog dialog(*m_session, m_reporter);
+    HistoryDialog dialog(*m_box->session, m_box->reporter);
     dialog.setDateRange(QDate(2026, 11, 1), QDate(2026, 11, 30));
     QAction *item = dialog.findChild<QAction *>(u"summaryReport"_s);
     QVERIFY(item);
     QCOMPARE(item->text(), u"&Between 2 dates"_s);
-    const QString path = m_context->paths.myDocuments() + u"My Car-Report.htm"_s;
+    const QString path = m_box->context.paths.myDocuments() + u"My Car-Report.htm"_s;
 
     // Cancel writes nothing.
     item->trigger();
     QVERIFY(!QFile::exists(path));
-    QCOMPARE(m_reporter.messages().size(), 1);
+    QCOMPARE(m_box->reporter.messages().size(), 1);
     QCOMPARE(
-        m_reporter.messages()[0].text,
+        m_box->reporter.messages()[0].text,
         u"Write the summary report from 11/1/2026 to 11/30/2026 into\nMy Documents\\My Car-Report.htm?"_s);
 
     // OK writes it; No to opening it. Three trips of 84 miles at 0.500: 3 x 42.00.
-    m_reporter.clear();
-    m_reporter.setNextAnswer(true);
+    m_box->reporter.clear();
+    m_box->reporter.setNextAnswer(true);
     item->trigger();
-    const QByteArray html = fileBytes(path);
+    const QByteArray html = readAll(path);
     QVERIFY(html.contains("<td>Business</td><td class=\"n\">3</td><td class=\"n\">252</td>"));
     QVERIFY(html.contains("<td class=\"n\">$126.00</td>"));
-    QCOMPARE(m_reporter.messages().size(), 2);
-    QCOMPARE(m_reporter.messages()[1].text,
+    QCOMPARE(m_box->reporter.messages().size(), 2);
+    QCOMPARE(m_box->reporter.messages()[1].text,
              u"Report written to\nMy Documents\\My Car-Report.htm\nOpen it now?"_s);
 }
 

@@ -1,6 +1,5 @@
 #include "gui_helper.h"
 #include <QAction>
-#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QLabel>
@@ -8,22 +7,13 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
-#include <QTemporaryDir>
 #include <QTextBrowser>
-#include <QTimer>
 #include <QToolBar>
 #include <QtTest>
 
-#include <memory>
-
 #include "app/AboutDialog.h"
-#include "app/FileChooser.h"
-#include "app/HelpLauncher.h"
-#include "app/MainWindow.h"
 #include "app/VehicleSelector.h"
 #include "log/LogArchive.h"
-#include "platform/AppContext.h"
-#include "session/VehicleSession.h"
 #include "widgets/TileCounter.h"
 
 using namespace Qt::StringLiterals;
@@ -39,25 +29,11 @@ class CountingHelp : public HelpLauncher
 public:
     bool showHelp(QWidget *, const QString &section) override
     {
-        ++calls;
         sections.append(section);
         return true;
     }
-    int calls = 0;
     QStringList sections;
 };
-
-QByteArray fileBytes(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-bool writeBytes(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(bytes) == bytes.size();
-}
 
 CVCItem record(CVCItem::EntryType type, int icon, const QString &text, double odometer, quint32 date)
 {
@@ -111,18 +87,9 @@ void prepareTwoVehicles(const QString &dataFolder)
     ini += vehicleSection(u"Bike"_s, u"BIKE7"_s, 500, 0, 0);
     ini += u"\r\n[TripSettings]\r\nSortListBy=Date\r\n"_s;
     auto utf16 = QStringEncoder(QStringEncoder::Utf16LE, QStringEncoder::Flag::WriteBom);
-    QVERIFY(writeBytes(dataFolder + u"Velcora.ini"_s, utf16(ini)));
-    QVERIFY(writeBytes(dataFolder + u"Lists.ini"_s, fileBytes(u":/install/Lists.ini"_s)));
+    put(dataFolder + u"Velcora.ini"_s, utf16(ini));
+    put(dataFolder + u"Lists.ini"_s, readAll(u":/install/Lists.ini"_s));
     QVERIFY(LogArchive().write(dataFolder + u"VAN1.vcb"_s, vanLog()));
-}
-
-// Odometer drums for a reading of seven digits.
-QList<int> odometerTiles(const char *digits)
-{
-    QList<int> out;
-    for (const char *c = digits; *c; ++c)
-        out.append(198 + (*c - '0'));
-    return out;
 }
 
 // The reminder lines as "icon: text", top to bottom.
@@ -149,35 +116,21 @@ QStringList menuTexts(const QMenu *menu)
 
 } // namespace
 
-// Everything one run of the program needs, on a sandbox folder.
-struct Sandbox
+struct WindowSandbox : Sandbox
 {
-    Sandbox()
-        : context { DevicePaths(dir.path()), reporter, clock, locale, options, preferences }
-    { }
-
+    WindowSandbox()
+        : Sandbox(Now)
+    {
+        help = &counting;
+    }
     void start()
     {
-        session = std::make_unique<VehicleSession>(context);
-        session->start();
-        session->saveAfterStartup();
-        window = std::make_unique<MainWindow>(*session, chooser, help);
+        startSession().saveAfterStartup();
+        startWindow();
     }
+    QByteArray log() const { return readAll(data() + u"VAN1.vcb"_s); }
 
-    QString dataFolder() const { return context.paths.dataFolder(); }
-    QByteArray log() const { return fileBytes(dataFolder() + u"VAN1.vcb"_s); }
-
-    QTemporaryDir dir;
-    RecordingReporter reporter;
-    FixedClock clock { Now };
-    TestLocaleFormats locale;
-    MemorySettingsStore options;
-    MemorySettingsStore preferences;
-    AppContext context;
-    ScriptedFileChooser chooser;
-    CountingHelp help;
-    std::unique_ptr<VehicleSession> session;
-    std::unique_ptr<MainWindow> window;
+    CountingHelp counting;
 };
 
 class TestMainWindow : public QObject
@@ -199,15 +152,14 @@ private slots:
     void geometryRemembered();
 
 private:
-    void shoot(QWidget *widget, const QString &name);
     void startPrepared();
 
-    std::unique_ptr<Sandbox> m_box;
+    std::unique_ptr<WindowSandbox> m_box;
 };
 
 void TestMainWindow::init()
 {
-    m_box = std::make_unique<Sandbox>();
+    m_box = std::make_unique<WindowSandbox>();
     QVERIFY(m_box->dir.isValid());
 }
 
@@ -216,14 +168,9 @@ void TestMainWindow::cleanup()
     m_box.reset();
 }
 
-void TestMainWindow::shoot(QWidget *widget, const QString &name)
-{
-    QVERIFY(saveScreenshot(widget, name));
-}
-
 void TestMainWindow::startPrepared()
 {
-    prepareTwoVehicles(m_box->dataFolder());
+    prepareTwoVehicles(m_box->data());
     m_box->options.setValue(u"Options"_s, u"Name"_s, u"Van"_s);
     m_box->start();
 }
@@ -233,8 +180,8 @@ void TestMainWindow::emptySandboxShowsTemplateVehicle()
     m_box->start();
     MainWindow &w = *m_box->window;
     QCOMPARE(w.windowTitle(), u"Tarvane"_s);
-    QVERIFY(QFile::exists(m_box->dataFolder() + u"Velcora.ini"_s));
-    QVERIFY(QFile::exists(m_box->dataFolder() + u"Lists.ini"_s));
+    QVERIFY(QFile::exists(m_box->data() + u"Velcora.ini"_s));
+    QVERIFY(QFile::exists(m_box->data() + u"Lists.ini"_s));
 
     // The template's vehicle is offered; none is chosen yet.
     QCOMPARE(w.vehicleSelector()->count(), 1);
@@ -258,7 +205,7 @@ void TestMainWindow::emptySandboxShowsTemplateVehicle()
         QVERIFY(!action->isEnabled());
     QVERIFY(!w.chooseVehicleHint()->isHidden());
     w.addEntry(CVCItem::Fuel);
-    QCOMPARE(fileBytes(m_box->dataFolder() + u"UnKnown.vcb"_s), QByteArray(4, '\0'));
+    QCOMPARE(readAll(m_box->data() + u"UnKnown.vcb"_s), QByteArray(4, '\0'));
 
     w.resize(480, 640);
     shoot(&w, u"mainwindow-empty-480x640"_s);
@@ -266,7 +213,7 @@ void TestMainWindow::emptySandboxShowsTemplateVehicle()
     // Choosing it opens its (new, empty) log.
     w.vehicleSelector()->setCurrentIndex(0);
     QCOMPARE(m_box->session->currentVehicleName(), u"My Car"_s);
-    QCOMPARE(fileBytes(m_box->dataFolder() + u"MYCAR0001.vcb"_s), QByteArray(4, '\0'));
+    QCOMPARE(readAll(m_box->data() + u"MYCAR0001.vcb"_s), QByteArray(4, '\0'));
     QCOMPARE(rows(w.reminderList()), WelcomeRows);
     for (QAction *action : { w.fuelAction(), w.repairsAction(), w.tripsAction() })
         QVERIFY(action->isEnabled());
@@ -287,7 +234,7 @@ void TestMainWindow::preparedLog()
 
     // The open trip carries the odometer to 12345.6: 0012346.
     QVERIFY(!w.odometerCounter()->isNoData());
-    QCOMPARE(w.odometerCounter()->tiles(), odometerTiles("0012346"));
+    QCOMPARE(w.odometerCounter()->tiles(), whole("0012346"));
     // Current 25.00 under an average of (30 + 25) / 2 = 27.50: the current one in the alert set.
     QVERIFY(!w.currentEconomyCounter()->isNoData());
     QCOMPARE(w.currentEconomyCounter()->tiles(), (QList<int> { 300, 302, 305, 310, 300, 300 }));
@@ -311,14 +258,14 @@ void TestMainWindow::changeVehicle()
     startPrepared();
     MainWindow &w = *m_box->window;
     QCOMPARE(w.vehicleSelector()->count(), 2);
-    QVERIFY(!QFile::exists(m_box->dataFolder() + u"BIKE7.vcb"_s));
+    QVERIFY(!QFile::exists(m_box->data() + u"BIKE7.vcb"_s));
 
     w.vehicleSelector()->setCurrentIndex(1);
     QCOMPARE(m_box->session->currentVehicleName(), u"Bike"_s);
 
     // A vehicle without a log gets an empty one and shows its start odometer.
-    QCOMPARE(fileBytes(m_box->dataFolder() + u"BIKE7.vcb"_s), QByteArray(4, '\0'));
-    QCOMPARE(w.odometerCounter()->tiles(), odometerTiles("0000500"));
+    QCOMPARE(readAll(m_box->data() + u"BIKE7.vcb"_s), QByteArray(4, '\0'));
+    QCOMPARE(w.odometerCounter()->tiles(), whole("0000500"));
     // An opened vehicle without a full fill-up shows 0 economy, not "No Data".
     for (TileCounter *counter : { w.currentEconomyCounter(), w.averageEconomyCounter() }) {
         QVERIFY(!counter->isNoData());
@@ -329,7 +276,7 @@ void TestMainWindow::changeVehicle()
 
     // And back: the van's figures return.
     w.vehicleSelector()->setCurrentIndex(0);
-    QCOMPARE(w.odometerCounter()->tiles(), odometerTiles("0012346"));
+    QCOMPARE(w.odometerCounter()->tiles(), whole("0012346"));
     QCOMPARE(w.reminderList()->count(), 3);
 
     // Closing the window writes the options with the vehicle last chosen.
@@ -391,22 +338,22 @@ void TestMainWindow::backupAndRestore()
              message.isEmpty() ? QStringList() : QStringList { message.replace(u"%1"_s, root) });
     QVERIFY(!m_box->session->isBusy());
     // A backup is the log, byte for byte.
-    QCOMPARE(fileBytes(root + u"/backups/VAN1.bak"_s), done && !restore ? log : QByteArray());
+    QCOMPARE(readAll(root + u"/backups/VAN1.bak"_s), done && !restore ? log : QByteArray("<missing>"));
     QCOMPARE(QFile::exists(root + u'/' + answer + u"/VAN1.bak"_s), done && !restore);
     if (done && restore) {
         // The saved log starts with the restored archive; the screen shows it at once.
         QCOMPARE(m_box->log().left(LogArchive::encode(other).size()), LogArchive::encode(other));
         EntryList reread;
-        QVERIFY(LogArchive().read(m_box->dataFolder() + u"VAN1.vcb"_s, reread));
+        QVERIFY(LogArchive().read(m_box->data() + u"VAN1.vcb"_s, reread));
         QCOMPARE(reread.size(), size_t(1));
         QCOMPARE(m_box->session->entries().size(), size_t(1));
-        QCOMPARE(w.odometerCounter()->tiles(), odometerTiles("0020000"));
+        QCOMPARE(w.odometerCounter()->tiles(), whole("0020000"));
         shoot(&w, u"mainwindow-restored-480x640"_s);
     } else {
         // Nothing of the vehicle changed.
         QCOMPARE(m_box->log(), log);
         QCOMPARE(m_box->session->entries().size(), vanLog().size());
-        QCOMPARE(w.odometerCounter()->tiles(), odometerTiles("0012346"));
+        QCOMPARE(w.odometerCounter()->tiles(), whole("0012346"));
         QCOMPARE(w.reminderList()->count(), 3);
     }
 }
@@ -463,8 +410,7 @@ void TestMainWindow::aboutShowsVersionAndDataFolder()
         dialog->accept();
     });
     m_box->window->aboutAction()->trigger();
-    QCOMPARE(texts,
-             (QStringList { u"Version 2.2.2 Build 76"_s, QDir::toNativeSeparators(m_box->dataFolder()) }));
+    QCOMPARE(texts, (QStringList { u"Version 2.2.2 Build 76"_s, QDir::toNativeSeparators(m_box->data()) }));
 }
 
 void TestMainWindow::helpRequestAndPage()
@@ -473,7 +419,7 @@ void TestMainWindow::helpRequestAndPage()
     m_box->window->helpAction()->trigger();
 
     // F1 in any dialog asks for that dialog's section.
-    HelpKeyFilter filter(m_box->help);
+    HelpKeyFilter filter(m_box->counting);
     qApp->installEventFilter(&filter);
     QDialog dialog(m_box->window.get());
     dialog.setWindowTitle(u"Edit List"_s);
@@ -482,7 +428,7 @@ void TestMainWindow::helpRequestAndPage()
     dialog.setProperty("helpSection", u"fuel"_s);
     QTest::keyClick(edit, Qt::Key_F1);
     qApp->removeEventFilter(&filter);
-    QCOMPARE(m_box->help.sections, (QStringList { QString(), u"edit-list"_s, u"fuel"_s }));
+    QCOMPARE(m_box->counting.sections, (QStringList { QString(), u"edit-list"_s, u"fuel"_s }));
 
     // The page is shown inside the program, from the resources; every dialog's section is there.
     QFile resource(HelpLauncher::resourcePath());
@@ -513,7 +459,7 @@ void TestMainWindow::geometryRemembered()
     m_box->window->close();
     QVERIFY(!m_box->preferences.value(MainWindow::preferenceSection(), u"Geometry"_s).toString().isEmpty());
 
-    MainWindow again(*m_box->session, m_box->chooser, m_box->help);
+    MainWindow again(*m_box->session, m_box->chooser, *m_box->help);
     QVERIFY(again.restoreWindowGeometry());
     QCOMPARE(again.size(), QSize(700, 820));
 }

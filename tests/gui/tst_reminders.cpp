@@ -1,23 +1,13 @@
 #include "gui_helper.h"
 #include <QAction>
-#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QPushButton>
-#include <QTemporaryDir>
-#include <QTimer>
 #include <QtTest>
 
-#include <memory>
-
-#include "app/FileChooser.h"
-#include "app/HelpLauncher.h"
-#include "app/MainWindow.h"
 #include "log/LogArchive.h"
-#include "platform/AppContext.h"
 #include "reminders/ReminderDialog.h"
-#include "session/VehicleSession.h"
 #include "widgets/TileCounter.h"
 
 using namespace Qt::StringLiterals;
@@ -26,14 +16,6 @@ namespace {
 
 // 2024-03-01 00:00:00 UTC.
 constexpr quint32 Now = 1709251200;
-
-QList<int> whole(const char *digits, bool alert = false)
-{
-    QList<int> tiles;
-    for (const char *c = digits; *c; ++c)
-        tiles << (alert ? 211 : 198) + (*c - '0');
-    return tiles;
-}
 
 CVCItem entry(CVCItem::EntryType type, double odometer, const QString &text, quint32 date)
 {
@@ -44,11 +26,6 @@ CVCItem entry(CVCItem::EntryType type, double odometer, const QString &text, qui
     item.typeText = text;
     item.entryDate = date;
     return item;
-}
-
-void shoot(QWidget *widget, const QString &name)
-{
-    QVERIFY(saveScreenshot(widget, name));
 }
 
 // Runs check on the next modal dialog, then closes it.
@@ -66,12 +43,12 @@ void onNextModal(std::function<void(QDialog *)> check)
 
 // The calendar case of the CLI tests: "My Car" with services in every state, and a log whose
 // tire rotation at the last reading (12346) is newer than the settings file.
-struct Sandbox
+struct CalendarSandbox : Sandbox
 {
-    Sandbox()
-        : context { DevicePaths(dir.path()), reporter, clock, locale, options, preferences }
+    CalendarSandbox()
+        : Sandbox(Now)
     {
-        const QString folder = context.paths.dataFolder();
+        const QString folder = data();
         QDir().mkpath(folder);
         QFile::copy(u":/install/Lists.ini"_s, folder + u"Lists.ini"_s);
         QFile::copy(QStringLiteral(TARVANE_TEST_DATA "/calc/due-calendar/Velcora.ini"),
@@ -81,21 +58,9 @@ struct Sandbox
                            { entry(CVCItem::Fuel, 12000, u"Fuel"_s, 1704067200),
                              entry(CVCItem::Maintenance, 12346, u"Rotate Tires"_s, 1708387200) });
         options.setValue(u"Options"_s, u"Name"_s, u"My Car"_s);
-        session = std::make_unique<VehicleSession>(context);
-        session->start();
-        session->saveAfterStartup();
+        startSession().saveAfterStartup();
         reporter.clear();
     }
-
-    QTemporaryDir dir;
-    RecordingReporter reporter;
-    FixedClock clock { Now };
-    TestLocaleFormats locale;
-    MemorySettingsStore options;
-    MemorySettingsStore preferences;
-    AppContext context;
-    ScriptedFileChooser chooser;
-    std::unique_ptr<VehicleSession> session;
 };
 
 class TestReminders : public QObject
@@ -112,7 +77,7 @@ private slots:
 
 void TestReminders::fixedScreen()
 {
-    Sandbox box;
+    CalendarSandbox box;
     ReminderDialog dialog(ReminderDialog::Screen::Fixed, *box.session, box.chooser);
     QCOMPARE(dialog.windowTitle(), u"Reminders"_s);
     QCOMPARE(dialog.currentReadingCounter()->tiles(), whole("0012346"));
@@ -154,7 +119,7 @@ void TestReminders::fixedScreen()
 
 void TestReminders::customScreen()
 {
-    Sandbox box;
+    CalendarSandbox box;
     ReminderDialog dialog(ReminderDialog::Screen::Fixed, *box.session, box.chooser);
     dialog.show();
     bool seen = false;
@@ -198,7 +163,7 @@ void TestReminders::customScreen()
 
 void TestReminders::saveToCalendar()
 {
-    Sandbox box;
+    CalendarSandbox box;
     ReminderDialog dialog(ReminderDialog::Screen::Fixed, *box.session, box.chooser);
     const QString file = box.dir.filePath(u"car.ics"_s);
 
@@ -211,16 +176,11 @@ void TestReminders::saveToCalendar()
     QCOMPARE(box.chooser.requests(),
              QStringList(2, u"save "_s + box.context.paths.myDocuments() + u" My Car.ics"_s));
     QCOMPARE(box.reporter.texts(), QStringList { u"Saved 5 due dates to "_s + file });
-    QFile ics(file);
-    QVERIFY(ics.open(QIODevice::ReadOnly));
-    const QByteArray bytes = ics.readAll();
+    const QByteArray bytes = readAll(file);
     QVERIFY(bytes.startsWith("BEGIN:VCALENDAR\r\n"));
     QCOMPARE(bytes.count("BEGIN:VEVENT"), 5);
     // The file the command line writes for the same moment.
-    QCOMPARE(bytes, [] {
-        QFile expected(QStringLiteral(TARVANE_TEST_DATA "/calc/due-calendar/expected.ics"));
-        return expected.open(QIODevice::ReadOnly) ? expected.readAll() : QByteArray();
-    }());
+    QCOMPARE(bytes, readAll(QStringLiteral(TARVANE_TEST_DATA "/calc/due-calendar/expected.ics")));
 
     // A folder that does not exist: the message, and nothing written.
     box.reporter.clear();
@@ -235,7 +195,7 @@ void TestReminders::saveToCalendar()
 
 void TestReminders::settingsFileFails()
 {
-    Sandbox box;
+    CalendarSandbox box;
     const QString ini = box.context.paths.dataFolder() + u"Velcora.ini"_s;
     QVERIFY(QFile::remove(ini));
     ReminderDialog dialog(ReminderDialog::Screen::Custom, *box.session, box.chooser);
@@ -253,9 +213,8 @@ void TestReminders::settingsFileFails()
 
 void TestReminders::mainWindowOpensReminders()
 {
-    Sandbox box;
-    NoHelp help;
-    MainWindow window(*box.session, box.chooser, help);
+    CalendarSandbox box;
+    MainWindow &window = box.startWindow();
     auto *button = window.findChild<QPushButton *>(u"remindersButton"_s);
     QVERIFY(button);
     QCOMPARE(button->text(), u"REMINDERS"_s);

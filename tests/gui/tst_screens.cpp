@@ -4,26 +4,19 @@
 #include "gui_helper.h"
 #include <QAbstractButton>
 #include <QAbstractSpinBox>
-#include <QApplication>
 #include <QComboBox>
 #include <QDir>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QScreen>
 #include <QScrollArea>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include "app/AboutDialog.h"
-#include "app/FileChooser.h"
-#include "app/HelpLauncher.h"
-#include "app/MainWindow.h"
 #include "forms/EditListDialog.h"
 #include "forms/FuelDialog.h"
 #include "forms/MaintenanceDialog.h"
 #include "forms/TripDialog.h"
-#include "platform/AppContext.h"
-#include "session/VehicleSession.h"
 #include "settings/PickLists.h"
 
 using namespace Qt::StringLiterals;
@@ -105,27 +98,19 @@ void TestScreens::check(QWidget *window, const QString &name)
     const QStringList clipped = clippedFields(window);
     if (!clipped.isEmpty())
         m_problems.append(name + u" clips the bottom edge of: "_s + clipped.join(u", "_s));
-    const QString folder
-        = qEnvironmentVariable("TARVANE_SCREENSHOTS", QStringLiteral(TARVANE_BINARY_DIR "/screenshots"));
-    QDir().mkpath(folder);
-    QVERIFY(window->grab().save(folder + u"/screen-"_s + m_tag + u'-' + name + u".png"_s));
+    QVERIFY(window->grab().save(screenshotFolder() + u"/screen-"_s + m_tag + u'-' + name + u".png"_s));
     window->hide();
 }
 
 void TestScreens::everyScreenFits()
 {
-    QTemporaryDir dir;
-    RecordingReporter reporter;
-    FixedClock clock(1709251200);
-    TestLocaleFormats locale;
-    MemorySettingsStore options;
-    MemorySettingsStore preferences;
-    AppContext context { DevicePaths(dir.path()), reporter, clock, locale, options, preferences };
-    VehicleSession session(context);
+    Sandbox box(1709251200);
+    box.session = std::make_unique<VehicleSession>(box.context);
+    VehicleSession &session = *box.session;
     session.start(false, u"My Car"_s);
-    ScriptedFileChooser chooser;
-    NoHelp help;
-    MainWindow window(session, chooser, help);
+    MainWindow &window = box.startWindow();
+    RecordingReporter &reporter = box.reporter;
+    const AppContext &context = box.context;
     check(&window, u"main"_s);
 
     const QString lists = PickLists::listsPath(context.paths);
@@ -146,7 +131,7 @@ void TestScreens::everyScreenFits()
     HelpDialog helpDialog(u"fuel"_s, &window);
     check(&helpDialog, u"help"_s);
 
-    QFileDialog open(&window, u"Vehicle Restore"_s, dir.path(), u"Backups (*.bak);;All files (*)"_s);
+    QFileDialog open(&window, u"Vehicle Restore"_s, box.dir.path(), u"Backups (*.bak);;All files (*)"_s);
     open.setOption(QFileDialog::DontUseNativeDialog);
     DialogFileChooser::fitToScreen(open);
     check(&open, u"file-dialog"_s);

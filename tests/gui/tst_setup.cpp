@@ -1,6 +1,5 @@
 #include "gui_helper.h"
 #include <QAction>
-#include <QApplication>
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QDir>
@@ -8,20 +7,10 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
-#include <QTemporaryDir>
-#include <QTimer>
 #include <QtTest>
 
-#include <functional>
-#include <memory>
-
-#include "app/FileChooser.h"
-#include "app/HelpLauncher.h"
-#include "app/MainWindow.h"
 #include "app/VehicleSelector.h"
 #include "log/LogArchive.h"
-#include "platform/AppContext.h"
-#include "session/VehicleSession.h"
 #include "settings/PickLists.h"
 #include "setup/CSetuppage1.h"
 #include "setup/CSetuppage3.h"
@@ -38,71 +27,28 @@ namespace {
 
 constexpr quint32 Now = 1709251200; // 2024-03-01
 
-// Runs then() on the next modal dialog of type T, once it is up. Nested dialogs are handled by
-// scheduling their handler before the call that opens them.
-template<typename T> void onModal(QObject *context, std::function<void(T *)> then)
-{
-    auto *timer = new QTimer(context);
-    timer->setInterval(20);
-    QObject::connect(timer, &QTimer::timeout, context, [timer, then] {
-        if (auto *dialog = qobject_cast<T *>(QApplication::activeModalWidget())) {
-            timer->stop();
-            timer->deleteLater();
-            then(dialog);
-        }
-    });
-    timer->start();
-}
-
-QByteArray readBytes(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
-}
-
-void retype(QLineEdit *edit, const QString &text)
-{
-    edit->selectAll();
-    QTest::keyClick(edit, Qt::Key_Delete);
-    QTest::keyClicks(edit, text);
-}
-
 } // namespace
 
-struct Sandbox
+// The template's car with one fill-up in its log, the main window open on it.
+struct CarSandbox : Sandbox
 {
-    Sandbox()
-        : context { DevicePaths(dir.path()), reporter, clock, locale, options, preferences }
+    CarSandbox()
+        : Sandbox(Now)
     {
-        // The template's car with one fill-up in its log.
-        QDir().mkpath(context.paths.dataFolder());
+        QDir().mkpath(data());
         CVCItem fill;
         fill.odometer = 1200;
         fill.fuelQuantity = 10;
         fill.fuelMeasure = u"Gallons"_s;
         fill.entryDate = Now;
         LogArchive().write(carLog(), { fill });
-        session = std::make_unique<VehicleSession>(context);
-        session->start();
-        session->selectVehicle(u"My Car"_s);
-        window = std::make_unique<MainWindow>(*session, chooser, help);
+        startSession().selectVehicle(u"My Car"_s);
+        startWindow();
         // A fresh sandbox has no options yet; that note is not what is under test.
         reporter.clear();
     }
 
-    QString carLog() const { return context.paths.dataFolder() + u"MYCAR0001.vcb"_s; }
-
-    QTemporaryDir dir;
-    RecordingReporter reporter;
-    FixedClock clock { Now };
-    TestLocaleFormats locale;
-    MemorySettingsStore options;
-    MemorySettingsStore preferences;
-    AppContext context;
-    ScriptedFileChooser chooser;
-    NoHelp help;
-    std::unique_ptr<VehicleSession> session;
-    std::unique_ptr<MainWindow> window;
+    QString carLog() const { return data() + u"MYCAR0001.vcb"_s; }
 };
 
 class TestSetup : public QObject
@@ -133,10 +79,10 @@ void TestSetup::shoot(QWidget *dialog, const QString &name, bool fullScreen)
 
 void TestSetup::createEditAndDeleteThroughTheScreens()
 {
-    Sandbox box;
+    CarSandbox box;
     MainWindow &window = *box.window;
     QCOMPARE(int(box.session->entries().size()), 1);
-    const QByteArray carLog = readBytes(box.carLog());
+    const QByteArray carLog = readAll(box.carLog());
     QStringList seen;
 
     onModal<SetupDialog>(this, [&](SetupDialog *setup) {
@@ -231,7 +177,7 @@ void TestSetup::createEditAndDeleteThroughTheScreens()
     QVERIFY(session.tripSettings().detailed);
     // The car's entries stayed in its own log; the new vehicle's log starts empty.
     QVERIFY(session.entries().empty());
-    QCOMPARE(readBytes(box.carLog()), carLog);
+    QCOMPARE(readAll(box.carLog()), carLog);
     QVERIFY(PickLists::loadItems(PickLists::listsPath(box.context.paths), PickLists::repairList())
                 .contains(u"Insurance"_s));
 
@@ -248,7 +194,7 @@ void TestSetup::createEditAndDeleteThroughTheScreens()
     QCOMPARE(window.vehicleSelector()->currentText(), u"My Car"_s);
     QVERIFY(QFile::exists(session.dataFolder() + u"BB-9.vcb"_s));
     QCOMPARE(int(session.entries().size()), 1);
-    QCOMPARE(readBytes(box.carLog()), carLog);
+    QCOMPARE(readAll(box.carLog()), carLog);
 }
 
 QTEST_MAIN(TestSetup)

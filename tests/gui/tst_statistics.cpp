@@ -5,17 +5,13 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
-#include <QTemporaryDir>
-#include <QTimer>
 #include <QtTest>
 
 #include <cmath>
 
 #include "log/LogArchive.h"
-#include "platform/AppContext.h"
 #include "platform/Clock.h"
 #include "platform/Reporter.h"
-#include "session/VehicleSession.h"
 #include "stats/StatisticsChartDialog.h"
 #include "stats/StatisticsCharts.h"
 #include "stats/StatisticsMenuDialog.h"
@@ -81,7 +77,6 @@ private slots:
     void openedForTheSessionsVehicle();
 
 private:
-    void shoot(QWidget *widget, const QString &name);
     StatisticsContext context();
 
     std::unique_ptr<QTemporaryDir> m_dir;
@@ -105,11 +100,6 @@ StatisticsContext TestStatistics::context()
     c.clock = &m_clock;
     c.reporter = &m_reporter;
     return c;
-}
-
-void TestStatistics::shoot(QWidget *widget, const QString &name)
-{
-    QVERIFY(saveScreenshot(widget, name));
 }
 
 void TestStatistics::charts_data()
@@ -166,10 +156,7 @@ void TestStatistics::unreadableLog()
 {
     // A damaged log: the error, an empty chart, and the file is left alone.
     const QString path = m_dir->path() + u"/VAN1.vcb"_s;
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    file.write("\x05\x00\xff\xff", 4);
-    file.close();
+    put(path, QByteArray("\x05\x00\xff\xff", 4));
     StatisticsChartDialog dialog(context(), ChartMode::RepairCost);
     QCOMPARE(m_reporter.texts(), QStringList { u"ERROR 100! Unable to open database "_s + path });
     dialog.resize(480, 640);
@@ -287,24 +274,20 @@ void TestStatistics::saveChart()
 void TestStatistics::openedForTheSessionsVehicle()
 {
     // What the main screen's "Statistics" and History's "Fuel Statistics" run.
-    TestLocaleFormats locale;
-    MemorySettingsStore options;
-    MemorySettingsStore preferences;
-    options.setValue(u"Options"_s, u"Name"_s, u"My Car"_s);
-    AppContext app { DevicePaths(m_dir->path()), m_reporter, m_clock, locale, options, preferences };
-    VehicleSession session(app);
-    QVERIFY(session.start());
+    Sandbox box(Today);
+    box.options.setValue(u"Options"_s, u"Name"_s, u"My Car"_s);
+    VehicleSession &session = box.startSession();
     QString seen;
     QTimer::singleShot(0, this, [&] {
         auto *menu = qobject_cast<StatisticsMenuDialog *>(QApplication::activeModalWidget());
         QVERIFY(menu);
         const StatisticsContext &c = menu->context();
         seen = QStringList { menu->windowTitle(), c.vehicleName, c.vin, c.dataFolder }.join(u'|');
-        QVERIFY(c.clock == &m_clock && c.reporter == &m_reporter);
+        QVERIFY(c.clock == &box.clock && c.reporter == &box.reporter);
         menu->reject();
     });
     showStatisticsMenu(nullptr, session);
-    QCOMPARE(seen, u"Statistics|My Car|MYCAR0001|"_s + app.paths.dataFolder());
+    QCOMPARE(seen, u"Statistics|My Car|MYCAR0001|"_s + box.data());
 }
 
 QTEST_MAIN(TestStatistics)
