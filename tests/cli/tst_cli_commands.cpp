@@ -14,30 +14,10 @@
 
 using namespace Qt::StringLiterals;
 
+using CliFiles::readAll;
+using CliFiles::snapshot;
+
 namespace {
-
-QString dataFolder(const QTemporaryDir &root)
-{
-    return root.path() + u"/My Documents/Tarvane Files/"_s;
-}
-
-QByteArray readAll(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-// Every file below a folder with its bytes, to see that a command changed nothing.
-QMap<QString, QByteArray> snapshot(const QString &folder)
-{
-    QMap<QString, QByteArray> files;
-    QDirIterator it(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        const QString path = it.next();
-        files.insert(path, readAll(path));
-    }
-    return files;
-}
 
 quint32 utc(int y, int m, int d)
 {
@@ -82,14 +62,6 @@ CVCItem fuel(double odometer, double quantity, double price, double economy, qui
     return item;
 }
 
-// The template vehicle "My Car" (VIN MYCAR0001, oil every 5000 miles / 180 days, tires every
-// 7500 miles) after a first start, with the given log.
-void prepare(CliRunner &cli, const QTemporaryDir &root, const EntryList &entries)
-{
-    QCOMPARE(cli.run({ u"vehicles"_s }).exitCode, 0);
-    QVERIFY(LogArchive().write(dataFolder(root) + u"MYCAR0001.vcb"_s, entries));
-}
-
 } // namespace
 
 class TestCliCommands : public QObject
@@ -109,7 +81,6 @@ private slots:
     void unknownVehicleAndUsage_data();
     void unknownVehicleAndUsage();
     void backupAndRestore();
-    void restoreFromMissingFile();
     void reconcileRecomputesAndSaves();
     void realBinaryRuns();
 };
@@ -124,16 +95,16 @@ void TestCliCommands::missingListsKeepsTheUsersVehicles()
     cli.options.setValue(u"Options"_s, u"Path"_s, u"\\My Documents\\Tarvane Files\\"_s);
     {
         IniFile ini;
-        QVERIFY(ini.Load(dataFolder(root) + u"Velcora.ini"_s));
+        QVERIFY(ini.Load(cli.dataFolder() + u"Velcora.ini"_s));
         ini.SetString(u"VehicleList"_s, u"Vehicle0"_s, u"Truck"_s);
         ini.SetString(u"Truck"_s, u"VIN"_s, u"TRUCK1"_s);
     }
-    QVERIFY(QFile::remove(dataFolder(root) + u"Lists.ini"_s));
+    QVERIFY(QFile::remove(cli.dataFolder() + u"Lists.ini"_s));
 
     const CliResult r = cli.run({ u"vehicles"_s });
     QCOMPARE(r.err, QString());
     QCOMPARE(r.out, u"Truck\tTRUCK1\n"_s);
-    QCOMPARE(readAll(dataFolder(root) + u"Lists.ini"_s), readAll(u":/install/Lists.ini"_s));
+    QCOMPARE(readAll(cli.dataFolder() + u"Lists.ini"_s), readAll(u":/install/Lists.ini"_s));
 }
 
 void TestCliCommands::addToNamedVehicleOpensOnlyThat()
@@ -143,7 +114,7 @@ void TestCliCommands::addToNamedVehicleOpensOnlyThat()
     QCOMPARE(cli.run({ u"vehicles"_s }).exitCode, 0);
     {
         IniFile ini;
-        QVERIFY(ini.Load(dataFolder(root) + u"Velcora.ini"_s));
+        QVERIFY(ini.Load(cli.dataFolder() + u"Velcora.ini"_s));
         ini.SetString(u"VehicleList"_s, u"Vehicle1"_s, u"Car B"_s);
         ini.SetString(u"Car B"_s, u"VIN"_s, u"CARB"_s);
         ini.SetString(u"Car B"_s, u"OilDistance"_s, u"1000"_s);
@@ -152,16 +123,14 @@ void TestCliCommands::addToNamedVehicleOpensOnlyThat()
     cli.options.createKey(u"Options"_s);
     cli.options.setValue(u"Options"_s, u"Name"_s, u"My Car"_s);
     const QByteArray damaged("\x05\x00", 2);
-    QFile log(dataFolder(root) + u"MYCAR0001.vcb"_s);
-    QVERIFY(log.open(QIODevice::WriteOnly) && log.write(damaged) == 2);
-    log.close();
+    CliFiles::put(cli.dataFolder() + u"MYCAR0001.vcb"_s, damaged);
 
     const CliResult r = cli.run(
         { u"add"_s, u"repair"_s, u"Car B"_s, u"--odometer"_s, u"2000"_s, u"--type"_s, u"Brakes"_s });
     QCOMPARE(r.err, QString());
     QCOMPARE(r.exitCode, 0);
-    QCOMPARE(readAll(dataFolder(root) + u"MYCAR0001.vcb"_s), damaged);
-    QCOMPARE(QDir(dataFolder(root)).entryList(QDir::Files),
+    QCOMPARE(readAll(cli.dataFolder() + u"MYCAR0001.vcb"_s), damaged);
+    QCOMPARE(QDir(cli.dataFolder()).entryList(QDir::Files),
              (QStringList { u"CARB.vcb"_s, u"Lists.ini"_s, u"MYCAR0001.vcb"_s, u"Velcora.ini"_s }));
     // Car B is the current vehicle now, with its own odometer and the oil change due at 1000.
     QCOMPARE(cli.options.value(u"Options"_s, u"Name"_s).toString(), u"Car B"_s);
@@ -178,11 +147,11 @@ void TestCliCommands::firstStartCreatesDataFolderFromTemplates()
     QCOMPARE(r.out, u"My Car\tMYCAR0001\n"_s);
     // No options yet, but a reading command corrects nothing, so it says nothing about them.
     QCOMPARE(r.err, QString());
-    QCOMPARE(readAll(dataFolder(root) + u"Velcora.ini"_s), readAll(u":/install/Velcora.ini"_s));
-    QCOMPARE(readAll(dataFolder(root) + u"Lists.ini"_s), readAll(u":/install/Lists.ini"_s));
-    QVERIFY(QFileInfo(dataFolder(root) + u"Velcora.ini"_s).isWritable());
+    QCOMPARE(readAll(cli.dataFolder() + u"Velcora.ini"_s), readAll(u":/install/Velcora.ini"_s));
+    QCOMPARE(readAll(cli.dataFolder() + u"Lists.ini"_s), readAll(u":/install/Lists.ini"_s));
+    QVERIFY(QFileInfo(cli.dataFolder() + u"Velcora.ini"_s).isWritable());
     // Reading commands create no log.
-    QCOMPARE(QDir(dataFolder(root)).entryList(QDir::Files),
+    QCOMPARE(QDir(cli.dataFolder()).entryList(QDir::Files),
              (QStringList { u"Lists.ini"_s, u"Velcora.ini"_s }));
 }
 
@@ -228,9 +197,9 @@ void TestCliCommands::statusShowsTheWholeReminderList()
     QTemporaryDir root;
     CliRunner cli(root.path());
     // Oil changed at 10000 on Jan 1st, an open trip at 16000; now is Nov 21st: 324 days later.
-    prepare(cli, root,
-            { repair(10000, u"Oil Change"_s, utc(2026, 1, 1)), fuel(15700, 10, 3, 30, utc(2026, 5, 1)),
-              openTrip(16000, utc(2026, 6, 1)) });
+    cli.prepare({ repair(10000, u"Oil Change"_s, utc(2026, 1, 1)), fuel(15700, 10, 3, 30, utc(2026, 5, 1)),
+                  openTrip(16000, utc(2026, 6, 1)) },
+                false);
     const CliResult r = cli.run({ u"--now"_s, u"2026-11-21"_s, u"status"_s, u"My Car"_s, u"--json"_s });
     QCOMPARE(r.exitCode, 0);
     const QJsonObject s = QJsonDocument::fromJson(r.out.toUtf8()).object();
@@ -278,7 +247,7 @@ void TestCliCommands::readingCommandsChangeNothing()
     QFETCH(QStringList, arguments);
     QTemporaryDir root;
     CliRunner cli(root.path());
-    prepare(cli, root, { repair(10000, u"Oil Change"_s, utc(2026, 1, 1)) });
+    cli.prepare({ repair(10000, u"Oil Change"_s, utc(2026, 1, 1)) }, false);
     const auto before = snapshot(root.path());
     const CliResult r = cli.run(arguments);
     QCOMPARE(r.exitCode, 0);
@@ -291,12 +260,9 @@ void TestCliCommands::logOfDamagedFileFails()
 {
     QTemporaryDir root;
     CliRunner cli(root.path());
-    prepare(cli, root, {});
-    const QString path = dataFolder(root) + u"MYCAR0001.vcb"_s;
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("\x02\x00\xff\xff\x01\x00\x07\x00CVC", 11);
-    file.close();
+    cli.prepare({}, false);
+    const QString path = cli.dataFolder() + u"MYCAR0001.vcb"_s;
+    CliFiles::put(path, QByteArray("\x02\x00\xff\xff\x01\x00\x07\x00CVC", 11));
     const auto before = snapshot(root.path());
     const CliResult r = cli.run({ u"log"_s, u"My Car"_s });
     QCOMPARE(r.exitCode, 1);
@@ -343,8 +309,8 @@ void TestCliCommands::backupAndRestore()
     QTemporaryDir root;
     CliRunner cli(root.path());
     cli.options.createKey(u"Options"_s);
-    prepare(cli, root, { repair(10000, u"Oil Change"_s, utc(2026, 1, 1)) });
-    const QString vcb = dataFolder(root) + u"MYCAR0001.vcb"_s;
+    cli.prepare({ repair(10000, u"Oil Change"_s, utc(2026, 1, 1)) }, false);
+    const QString vcb = cli.dataFolder() + u"MYCAR0001.vcb"_s;
     const QString folder = root.path() + u"/Tarvane Backup"_s;
     QVERIFY(QDir().mkpath(folder));
 
@@ -354,6 +320,13 @@ void TestCliCommands::backupAndRestore()
     QCOMPARE(r.err, QString());
     const QString bak = folder + u"/MYCAR0001.bak"_s;
     QCOMPARE(readAll(bak), readAll(vcb));
+
+    // A backup that is not there: the message, and the log as it was.
+    r = cli.run({ u"restore"_s, u"My Car"_s, u"--from"_s, root.path() + u"/none.bak"_s });
+    QCOMPARE(r.exitCode, 1);
+    QCOMPARE(r.out, QString());
+    QVERIFY2(r.err.startsWith(u"ERROR 106! Unable to restore My Car"_s), qPrintable(r.err));
+    QCOMPARE(readAll(vcb), readAll(bak));
 
     // Any backup can be restored into the vehicle: the list is replaced, not merged.
     const EntryList other { openTrip(20000, utc(2026, 2, 2)), openTrip(20500, utc(2026, 2, 3)) };
@@ -366,20 +339,6 @@ void TestCliCommands::backupAndRestore()
     QCOMPARE(readAll(vcb), readAll(otherFile));
 }
 
-void TestCliCommands::restoreFromMissingFile()
-{
-    QTemporaryDir root;
-    CliRunner cli(root.path());
-    cli.options.createKey(u"Options"_s);
-    prepare(cli, root, { repair(10000, u"Oil Change"_s, utc(2026, 1, 1)) });
-    const QByteArray before = readAll(dataFolder(root) + u"MYCAR0001.vcb"_s);
-    const CliResult r = cli.run({ u"restore"_s, u"My Car"_s, u"--from"_s, root.path() + u"/none.bak"_s });
-    QCOMPARE(r.exitCode, 1);
-    QCOMPARE(r.out, QString());
-    QVERIFY2(r.err.startsWith(u"ERROR 106! Unable to restore My Car"_s), qPrintable(r.err));
-    QCOMPARE(readAll(dataFolder(root) + u"MYCAR0001.vcb"_s), before);
-}
-
 void TestCliCommands::reconcileRecomputesAndSaves()
 {
     QTemporaryDir root;
@@ -388,11 +347,11 @@ void TestCliCommands::reconcileRecomputesAndSaves()
     // The second fill-up: 300 miles on 10 US gallons = 30 MPG, stored wrongly as 12.
     CVCItem first = fuel(1000, 10, 3, 0, utc(2026, 3, 1));
     CVCItem second = fuel(1300, 10, 3, 12, utc(2026, 3, 8));
-    prepare(cli, root, { first, second });
+    cli.prepare({ first, second }, false);
     const CliResult r = cli.run({ u"reconcile"_s, u"My Car"_s });
     QCOMPARE(r.exitCode, 0);
     EntryList saved;
-    QVERIFY(LogArchive().read(dataFolder(root) + u"MYCAR0001.vcb"_s, saved));
+    QVERIFY(LogArchive().read(cli.dataFolder() + u"MYCAR0001.vcb"_s, saved));
     QCOMPARE(saved.size(), size_t(2));
     QVERIFY2(qAbs(saved[1].economy - 30.0) < 1e-9, qPrintable(QString::number(saved[1].economy, 'g', 17)));
     QCOMPARE(r.out, u"Reconciled 2 fuel entries; highest odometer 1300\n"_s);
@@ -407,7 +366,7 @@ void TestCliCommands::realBinaryRuns()
     QVERIFY(process.waitForFinished(30000));
     QCOMPARE(process.exitCode(), 0);
     QCOMPARE(process.readAllStandardOutput(), QByteArray("My Car\tMYCAR0001\n"));
-    QVERIFY(QFile::exists(dataFolder(root) + u"Velcora.ini"_s));
+    QVERIFY(QFile::exists(root.path() + u"/My Documents/Tarvane Files/Velcora.ini"_s));
     QVERIFY(QFile::exists(root.path() + u"/Registry"_s));
 }
 

@@ -11,18 +11,9 @@
 
 using namespace Qt::StringLiterals;
 
+using CliFiles::readAll;
+
 namespace {
-
-QString dataFolder(const QTemporaryDir &root)
-{
-    return root.path() + u"/My Documents/Tarvane Files/"_s;
-}
-
-QByteArray readAll(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 CVCItem entry(CVCItem::EntryType type, double odometer, const QString &text, quint32 date)
 {
@@ -41,17 +32,14 @@ const QString CaseFolder = QStringLiteral(TARVANE_TEST_DATA "/calc/due-calendar/
 // coolant never done, transmission overdue by date, tune-up never done with a day interval, a
 // named custom service ahead and one overdue by both rules. The log adds a tire rotation at the
 // last reading, 12346, which the settings file does not know yet.
-void prepare(CliRunner &cli, const QTemporaryDir &root)
+void prepare(CliRunner &cli)
 {
-    QCOMPARE(cli.run({ u"vehicles"_s }).exitCode, 0);
-    cli.options.setValue(u"Options"_s, u"Name"_s, u"My Car"_s);
-    const QString ini = dataFolder(root) + u"Velcora.ini"_s;
+    // 2024-01-01 and 2024-02-20.
+    cli.prepare({ entry(CVCItem::Fuel, 12000, u"Fuel"_s, 1704067200),
+                  entry(CVCItem::Maintenance, 12346, u"Rotate Tires"_s, 1708387200) });
+    const QString ini = cli.dataFolder() + u"Velcora.ini"_s;
     QVERIFY(QFile::remove(ini));
     QVERIFY(QFile::copy(CaseFolder + u"Velcora.ini"_s, ini));
-    // 2024-01-01 and 2024-02-20.
-    QVERIFY(LogArchive().write(dataFolder(root) + u"MYCAR0001.vcb"_s,
-                               { entry(CVCItem::Fuel, 12000, u"Fuel"_s, 1704067200),
-                                 entry(CVCItem::Maintenance, 12346, u"Rotate Tires"_s, 1708387200) }));
 }
 
 } // namespace
@@ -71,7 +59,7 @@ void TestCliDue::calendarFile()
 {
     QTemporaryDir root;
     CliRunner cli(root.path());
-    prepare(cli, root);
+    prepare(cli);
     const QString ics = root.filePath(u"car.ics"_s);
     const CliResult r = cli.run({ u"--now"_s, u"2024-03-01"_s, u"due"_s, u"My Car"_s, u"--ics"_s, ics });
     QCOMPARE(r.err, QString());
@@ -84,7 +72,7 @@ void TestCliDue::textListing()
 {
     QTemporaryDir root;
     CliRunner cli(root.path());
-    prepare(cli, root);
+    prepare(cli);
     const CliResult r = cli.run({ u"--now"_s, u"2024-03-01"_s, u"due"_s });
     QCOMPARE(r.exitCode, 0);
     QString expected = uR"(Vehicle: My Car (VIN MYCAR0001)
@@ -155,7 +143,7 @@ void TestCliDue::json()
 {
     QTemporaryDir root;
     CliRunner cli(root.path());
-    prepare(cli, root);
+    prepare(cli);
     const CliResult r = cli.run({ u"--now"_s, u"2024-03-01"_s, u"due"_s, u"--json"_s });
     QCOMPARE(r.exitCode, 0);
     const QJsonObject object = QJsonDocument::fromJson(r.out.toUtf8()).object();
@@ -186,7 +174,7 @@ void TestCliDue::failures()
 {
     QTemporaryDir root;
     CliRunner cli(root.path());
-    prepare(cli, root);
+    prepare(cli);
     const QString missing = root.filePath(u"no/such/car.ics"_s);
     CliResult r = cli.run({ u"due"_s, u"--ics"_s, missing });
     QCOMPARE(r.exitCode, 1);
@@ -198,8 +186,8 @@ void TestCliDue::failures()
     QCOMPARE(r.err, u"Usage: tarvane-cli due [VEHICLE] [--json | --ics FILE]\n"_s);
 
     // The screens' own message when the settings file cannot be read; the listing still comes.
-    QVERIFY(QFile::remove(dataFolder(root) + u"Velcora.ini"_s));
-    QVERIFY(QDir().mkpath(dataFolder(root) + u"Velcora.ini"_s));
+    QVERIFY(QFile::remove(cli.dataFolder() + u"Velcora.ini"_s));
+    QVERIFY(QDir().mkpath(cli.dataFolder() + u"Velcora.ini"_s));
     r = cli.run({ u"due"_s });
     QVERIFY2(r.err.contains(u"ERROR 600:Cannot load ini file."_s), qPrintable(r.err));
 }

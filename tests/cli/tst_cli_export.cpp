@@ -8,16 +8,7 @@
 #include "log/LogArchive.h"
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-QByteArray readAll(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-} // namespace
+using CliFiles::readAll;
 
 class TestCliExport : public QObject
 {

@@ -8,19 +8,9 @@
 
 using namespace Qt::StringLiterals;
 
+using CliFiles::readAll;
+
 namespace {
-
-QByteArray readAll(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
-}
-
-bool writeAll(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(bytes) == bytes.size();
-}
 
 QByteArray logBytes(double odometer)
 {
@@ -62,7 +52,7 @@ void TestCliFullBackup::init()
     // Options as the program leaves them after a first run, so no start-up warning mixes in.
     m_cli->options.createKey(u"Options"_s);
     QCOMPARE(m_cli->run({ u"vehicles"_s }).exitCode, 0);
-    QVERIFY(writeAll(m_data + u"MYCAR0001.vcb"_s, logBytes(12000)));
+    CliFiles::put(m_data + u"MYCAR0001.vcb"_s, logBytes(12000));
     QVERIFY(QDir().mkpath(m_root->path() + u"/Storage Card"_s));
 }
 
@@ -91,7 +81,7 @@ void TestCliFullBackup::backupThenRestore()
     QCOMPARE(m_cli->preferences.value(u"ListAttributes"_s, u"LastBackup"_s).toString(), u"Storage Card"_s);
 
     // A mistake after the backup, undone by the restore; the restore remembers its own location.
-    QVERIFY(writeAll(m_data + u"MYCAR0001.vcb"_s, logBytes(99999)));
+    CliFiles::put(m_data + u"MYCAR0001.vcb"_s, logBytes(99999));
     r = m_cli->run({ u"--now"_s, u"2024-03-06T08:00"_s, u"--yes"_s, u"full-restore"_s, u"--location"_s,
                      u"Storage Card"_s });
     QCOMPARE(r.exitCode, 0);
@@ -109,7 +99,7 @@ void TestCliFullBackup::backupThenRestore()
 void TestCliFullBackup::restoreWithoutYesChangesNothing()
 {
     QCOMPARE(m_cli->run({ u"--yes"_s, u"full-backup"_s }).exitCode, 0);
-    QVERIFY(writeAll(m_data + u"MYCAR0001.vcb"_s, logBytes(99999)));
+    CliFiles::put(m_data + u"MYCAR0001.vcb"_s, logBytes(99999));
     const CliResult r = m_cli->run({ u"full-restore"_s });
     QCOMPARE(r.exitCode, 1);
     QCOMPARE(r.out, QString());
@@ -130,7 +120,7 @@ void TestCliFullBackup::unknownLocation()
 void TestCliFullBackup::failedCopiesExitOne()
 {
     // A file where the backup folder should be: no folder can be made, nothing can be copied.
-    QVERIFY(writeAll(m_root->path() + u"/Tarvane Backup"_s, "in the way"));
+    CliFiles::put(m_root->path() + u"/Tarvane Backup"_s, "in the way");
     const CliResult r = m_cli->run({ u"--yes"_s, u"full-backup"_s });
     QCOMPARE(r.exitCode, 1);
     const QString reason = u"unable to create the folder "_s

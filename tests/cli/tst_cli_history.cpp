@@ -10,29 +10,12 @@
 
 using namespace Qt::StringLiterals;
 
+using CliFiles::odometers;
+using CliFiles::readAll;
+using CliFiles::snapshot;
+using CliFiles::utc;
+
 namespace {
-
-QByteArray readAll(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
-}
-
-QMap<QString, QByteArray> snapshot(const QString &folder)
-{
-    QMap<QString, QByteArray> files;
-    QDirIterator it(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        const QString path = it.next();
-        files.insert(path, readAll(path));
-    }
-    return files;
-}
-
-quint32 utc(const char *iso)
-{
-    return quint32(QDateTime::fromString(QString::fromLatin1(iso), Qt::ISODate).toSecsSinceEpoch());
-}
 
 CVCItem record(qint32 type, double odometer, const char *date, const QString &typeText)
 {
@@ -64,17 +47,6 @@ EntryList threeEntries()
     return list;
 }
 
-QList<double> odometers(const QString &path)
-{
-    EntryList list;
-    QList<double> values;
-    if (!LogArchive().read(path, list))
-        return { -1 };
-    for (const CVCItem &item : list)
-        values.append(item.odometer);
-    return values;
-}
-
 } // namespace
 
 class TestCliHistory : public QObject
@@ -95,7 +67,7 @@ private slots:
 private:
     std::unique_ptr<QTemporaryDir> m_root;
     std::unique_ptr<CliRunner> m_cli;
-    QString vcb() const { return m_root->path() + u"/My Documents/Tarvane Files/MYCAR0001.vcb"_s; }
+    QString vcb() const { return m_cli->dataFolder() + u"MYCAR0001.vcb"_s; }
     void writeLog(const EntryList &list) { QVERIFY(LogArchive().write(vcb(), list)); }
     CliResult run(const QStringList &arguments) { return m_cli->run(arguments); }
 };
@@ -105,9 +77,7 @@ void TestCliHistory::init()
     m_root = std::make_unique<QTemporaryDir>();
     m_cli = std::make_unique<CliRunner>(m_root->path());
     m_cli->options.createKey(u"Options"_s);
-    m_cli->options.setValue(u"Options"_s, u"Name"_s, u"My Car"_s);
-    QCOMPARE(run({ u"vehicles"_s }).exitCode, 0);
-    writeLog(threeEntries());
+    m_cli->prepare(threeEntries());
 }
 
 void TestCliHistory::logTable()
@@ -211,7 +181,7 @@ void TestCliHistory::deleteOne()
 void TestCliHistory::deleteAll()
 {
     const QByteArray before = readAll(vcb());
-    const QString bak = m_root->path() + u"/My Documents/Tarvane Files/MYCAR0001.bak"_s;
+    const QString bak = m_cli->dataFolder() + u"MYCAR0001.bak"_s;
     QCOMPARE(run({ u"delete-all"_s }).exitCode, 1);
     QCOMPARE(readAll(vcb()), before);
     QVERIFY(!QFile::exists(bak));

@@ -9,19 +9,14 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
+using CliFiles::at;
 
-quint32 at(int y, int m, int d)
-{
-    return static_cast<quint32>(QDateTime(QDate(y, m, d), QTime(12, 0), Qt::UTC).toSecsSinceEpoch());
-}
+namespace {
 
 // The template's "My Car" (0.500 a mile): a fill-up, a job, a trip and an open trip in 2025, a
 // fill-up in 2026.
-void prepare(CliRunner &cli, const QTemporaryDir &root)
+void prepare(CliRunner &cli)
 {
-    QCOMPARE(cli.run({ u"vehicles"_s }).exitCode, 0);
-    cli.options.setValue(u"Options"_s, u"Name"_s, u"My Car"_s);
     CVCItem fill;
     fill.typeText = u"Fuel"_s;
     fill.entryDate = at(2025, 5, 2);
@@ -52,7 +47,7 @@ void prepare(CliRunner &cli, const QTemporaryDir &root)
     later.entryDate = at(2026, 1, 3);
     later.odometer = 1800;
     const EntryList log { fill, job, trip, open, later };
-    QVERIFY(LogArchive().write(root.path() + u"/My Documents/Tarvane Files/MYCAR0001.vcb"_s, log));
+    cli.prepare(log);
 }
 
 } // namespace
@@ -71,7 +66,7 @@ void TestCliReport::textAndFile()
 {
     QTemporaryDir root;
     CliRunner cli(root.path());
-    prepare(cli, root);
+    prepare(cli);
     const QString out = root.filePath(u"r.htm"_s);
     const CliResult r = cli.run({ u"--now"_s, u"2026-03-15"_s, u"report"_s, u"--from"_s, u"2025-01-01"_s,
                                   u"--to"_s, u"2025-12-31"_s, u"--out"_s, out });
@@ -99,7 +94,7 @@ void TestCliReport::json()
 {
     QTemporaryDir root;
     CliRunner cli(root.path());
-    prepare(cli, root);
+    prepare(cli);
     const CliResult r = cli.run({ u"--now"_s, u"2026-03-15"_s, u"report"_s, u"My Car"_s, u"--from"_s,
                                   u"2026-01-01"_s, u"--to"_s, u"2026-01-31"_s, u"--json"_s });
     QCOMPARE(r.exitCode, 0);
@@ -114,7 +109,7 @@ void TestCliReport::failures()
 {
     QTemporaryDir root;
     CliRunner cli(root.path());
-    prepare(cli, root);
+    prepare(cli);
     CliResult r = cli.run({ u"report"_s, u"--from"_s, u"2025-01-01"_s });
     QCOMPARE(r.exitCode, 2);
     QVERIFY(r.err.startsWith(u"report needs --from YYYY-MM-DD and --to YYYY-MM-DD\n"_s));

@@ -12,12 +12,9 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
+using CliFiles::at;
 
-quint32 at(int y, int m, int d)
-{
-    return static_cast<quint32>(QDateTime(QDate(y, m, d), QTime(12, 0), Qt::UTC).toSecsSinceEpoch());
-}
+namespace {
 
 CVCItem fuel(quint32 date, double odometer, double price, double economy)
 {
@@ -33,13 +30,11 @@ CVCItem fuel(quint32 date, double odometer, double price, double economy)
 }
 
 // The template's "My Car" with three fill-ups, two last year and one this year.
-void prepare(CliRunner &cli, const QTemporaryDir &root)
+void prepare(CliRunner &cli)
 {
-    QCOMPARE(cli.run({ u"vehicles"_s }).exitCode, 0);
-    cli.options.setValue(u"Options"_s, u"Name"_s, u"My Car"_s);
     const EntryList log { fuel(at(2025, 5, 2), 1300, 3.250, 30), fuel(at(2025, 5, 20), 1600, 2.750, 25),
                           fuel(at(2026, 2, 1), 1900, 3.500, 32) };
-    QVERIFY(LogArchive().write(root.path() + u"/My Documents/Tarvane Files/MYCAR0001.vcb"_s, log));
+    cli.prepare(log);
 }
 
 } // namespace
@@ -60,7 +55,7 @@ void TestCliStats::text()
 {
     QTemporaryDir root;
     CliRunner cli(root.path());
-    prepare(cli, root);
+    prepare(cli);
     const CliResult r = cli.run({ u"--now"_s, u"2026-03-15"_s, u"stats"_s, u"0"_s });
     QCOMPARE(r.err, QString());
     QCOMPARE(r.exitCode, 0);
@@ -75,7 +70,7 @@ void TestCliStats::json()
 {
     QTemporaryDir root;
     CliRunner cli(root.path());
-    prepare(cli, root);
+    prepare(cli);
     const CliResult r
         = cli.run({ u"--now"_s, u"2026-03-15"_s, u"stats"_s, u"7"_s, u"My Car"_s, u"--json"_s });
     QCOMPARE(r.exitCode, 0);
@@ -111,7 +106,7 @@ void TestCliStats::picture()
 {
     QTemporaryDir root;
     CliRunner cli(root.path());
-    prepare(cli, root);
+    prepare(cli);
     const QString png = root.path() + u"/economy.png"_s;
     const CliResult r
         = cli.run({ u"--now"_s, u"2026-03-15"_s, u"stats"_s, u"0"_s, u"My Car"_s, u"--png"_s, png });
@@ -147,7 +142,7 @@ void TestCliStats::failures()
     QFETCH(QString, err);
     QTemporaryDir root;
     CliRunner cli(root.path());
-    prepare(cli, root);
+    prepare(cli);
     const CliResult r = cli.run(arguments);
     QCOMPARE(r.exitCode, exitCode);
     QVERIFY2(r.err.startsWith(err), qPrintable(r.err));

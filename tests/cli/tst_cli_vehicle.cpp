@@ -10,24 +10,10 @@
 
 using namespace Qt::StringLiterals;
 
+using CliFiles::readAll;
+using CliFiles::snapshot;
+
 namespace {
-
-QByteArray readAll(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-QMap<QString, QByteArray> snapshot(const QString &folder)
-{
-    QMap<QString, QByteArray> files;
-    QDirIterator it(folder, QDir::Files, QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        const QString path = it.next();
-        files.insert(path, readAll(path));
-    }
-    return files;
-}
 
 // A settings file's text (UTF-16 with its mark) as UTF-8, for looking into it.
 QString settingsText(const QString &path)
@@ -72,32 +58,10 @@ void TestCliVehicle::init()
 
 void TestCliVehicle::newVehicleThenProfile()
 {
-    const CliResult created = m_cli->run({ u"vehicle"_s,
-                                           u"new"_s,
-                                           u"Blue Bike"_s,
-                                           u"--vin"_s,
-                                           u"bb-9"_s,
-                                           u"--year"_s,
-                                           u"2020"_s,
-                                           u"--start-odometer"_s,
-                                           u"1500"_s,
-                                           u"--distance"_s,
-                                           u"km"_s,
-                                           u"--economy"_s,
-                                           u"L100KM"_s,
-                                           u"--liquid"_s,
-                                           u"litre"_s,
-                                           u"--tune"_s,
-                                           u"30000,730"_s,
-                                           u"--custom"_s,
-                                           u"1:Insurance,0,365"_s,
-                                           u"--custom"_s,
-                                           u"5:Chain, lube,500,30"_s,
-                                           u"--cost-per-mile"_s,
-                                           u"0.25"_s,
-                                           u"--detailed-trips"_s,
-                                           u"yes"_s,
-                                           u"--json"_s });
+    const CliResult created = m_cli->runLine(
+        u"vehicle new \"Blue Bike\" --vin bb-9 --year 2020 --start-odometer 1500 --distance km --economy "
+        "L100KM --liquid litre --tune 30000,730 --custom 1:Insurance,0,365 --custom \"5:Chain, lube,500,30\" "
+        "--cost-per-mile 0.25 --detailed-trips yes --json"_s);
     QCOMPARE(created.err, QString());
     QCOMPARE(created.exitCode, 0);
     // The printed profile is the one the settings file now holds, and the new vehicle is current.
