@@ -2,13 +2,17 @@
 
 #include <QByteArray>
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QMap>
 #include <QString>
 #include <QStringList>
+#include <QTest>
 
-// Settings files as they lie on disk: the mark FF FE, then each UTF-16 code unit low byte first.
-namespace SettingsFiles {
+// Files as the core tests write and read them. Settings files lie on disk as the mark FF FE, then
+// each UTF-16 code unit low byte first.
+namespace TestFiles {
 
 inline QByteArray utf16(const QString &text)
 {
@@ -43,6 +47,13 @@ inline bool write(const QString &path, const QByteArray &bytes)
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
 }
 
+// The same, failing the running test when the file can't be written.
+inline void put(const QString &path, const QByteArray &bytes)
+{
+    QVERIFY2(write(path, bytes), qPrintable(path));
+}
+
+// A file's bytes, or "<missing>" so a comparison says what went wrong.
 inline QByteArray read(const QString &path)
 {
     QFile file(path);
@@ -51,4 +62,17 @@ inline QByteArray read(const QString &path)
     return file.readAll();
 }
 
-} // namespace SettingsFiles
+// Every file below a folder (relative path to bytes), hidden ones included, so that a stray
+// temporary file shows up too.
+inline QMap<QString, QByteArray> snapshot(const QString &folder)
+{
+    QMap<QString, QByteArray> files;
+    QDirIterator it(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString path = it.next();
+        files.insert(QDir(folder).relativeFilePath(path), read(path));
+    }
+    return files;
+}
+
+} // namespace TestFiles

@@ -1,10 +1,13 @@
 #include <QtTest>
 
+#include "core/files_helper.h"
 #include "dataview/DataViewLog.h"
 #include "log/LogArchive.h"
 #include "platform/Reporter.h"
 
 using namespace Qt::StringLiterals;
+
+using TestFiles::read;
 
 namespace {
 
@@ -31,18 +34,6 @@ QList<double> odometers(const EntryList &list)
     for (const CVCItem &item : list)
         values.append(item.odometer);
     return values;
-}
-
-QByteArray bytes(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
-}
-
-bool writeFile(const QString &path, const QByteArray &data)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(data) == data.size();
 }
 
 } // namespace
@@ -109,9 +100,9 @@ void TestDataViewLog::insertSaves()
     // One entry below the new record: the record is dropped and the file is left alone.
     writeLog(entries({ 500 }));
     QVERIFY(log.load(reporter));
-    const QByteArray before = bytes(vcb());
+    const QByteArray before = read(vcb());
     QCOMPARE(log.insert(at(600), reporter), -1);
-    QCOMPARE(bytes(vcb()), before);
+    QCOMPARE(read(vcb()), before);
     QCOMPARE(reporter.texts(), QStringList());
 }
 
@@ -121,10 +112,10 @@ void TestDataViewLog::deleteOne()
     DataViewLog log(folder(), u"VIN1"_s);
     RecordingReporter reporter;
     QVERIFY(log.load(reporter));
-    const QByteArray before = bytes(vcb());
+    const QByteArray before = read(vcb());
     reporter.setNextAnswer(false);
     QVERIFY(!log.remove(1, reporter));
-    QCOMPARE(bytes(vcb()), before);
+    QCOMPARE(read(vcb()), before);
     reporter.setNextAnswer(true);
     QVERIFY(log.remove(1, reporter));
     QVERIFY(!log.remove(7, reporter)); // nothing selected there: no question
@@ -137,7 +128,7 @@ void TestDataViewLog::deleteOne()
 void TestDataViewLog::deleteAll()
 {
     writeLog(entries({ 100, 200, 300 }));
-    const QByteArray before = bytes(vcb());
+    const QByteArray before = read(vcb());
     DataViewLog log(folder(), u"VIN1"_s);
     RecordingReporter reporter;
     QVERIFY(log.load(reporter));
@@ -147,8 +138,8 @@ void TestDataViewLog::deleteAll()
 
     reporter.setNextAnswer(true);
     QVERIFY(log.removeAll(reporter));
-    QCOMPARE(bytes(folder() + u"VIN1.bak"_s), before);
-    QCOMPARE(bytes(vcb()), QByteArray(4, '\0'));
+    QCOMPARE(read(folder() + u"VIN1.bak"_s), before);
+    QCOMPARE(read(vcb()), QByteArray(4, '\0'));
     QCOMPARE(reporter.texts(),
              (QStringList { u"DELETE ALL DATA! ARE YOU SURE?"_s, u"DELETE ALL DATA! ARE YOU SURE?"_s }));
 
@@ -156,14 +147,14 @@ void TestDataViewLog::deleteAll()
     QFile::remove(folder() + u"VIN1.bak"_s);
     reporter.setNextAnswer(true);
     QVERIFY(log.removeAll(reporter));
-    QCOMPARE(bytes(folder() + u"VIN1.bak"_s), QByteArray(4, '\0'));
+    QCOMPARE(read(folder() + u"VIN1.bak"_s), QByteArray(4, '\0'));
     QFile::remove(folder() + u"VIN1.bak"_s);
 }
 
 void TestDataViewLog::deleteAllBackupFails()
 {
     writeLog(entries({ 100, 200 }));
-    const QByteArray before = bytes(vcb());
+    const QByteArray before = read(vcb());
     QVERIFY(QDir(folder()).mkdir(u"VIN1.bak"_s)); // the backup can't be written over a folder
     DataViewLog log(folder(), u"VIN1"_s);
     RecordingReporter reporter;
@@ -173,7 +164,7 @@ void TestDataViewLog::deleteAllBackupFails()
     QCOMPARE(reporter.texts(),
              (QStringList { u"DELETE ALL DATA! ARE YOU SURE?"_s,
                             u"Backup ERROR 107!\nUnable to backup database"_s }));
-    QCOMPARE(bytes(vcb()), before);
+    QCOMPARE(read(vcb()), before);
     QCOMPARE(log.entries().size(), 2u);
     QDir(folder()).rmdir(u"VIN1.bak"_s);
 }
@@ -192,7 +183,7 @@ void TestDataViewLog::failures()
 
     // A damaged file is reported and never written over, whatever the screen does next.
     const QByteArray damaged("\x02\x00\xff\xff\x01\x00", 6);
-    QVERIFY(writeFile(vcb(), damaged));
+    QVERIFY(TestFiles::write(vcb(), damaged));
     DataViewLog log(folder(), u"VIN1"_s);
     reporter.clear();
     QVERIFY(!log.load(reporter));
@@ -201,7 +192,7 @@ void TestDataViewLog::failures()
     reporter.setNextAnswer(true);
     QVERIFY(!log.removeAll(reporter));
     QVERIFY(!log.reconcile(0, 0, reporter));
-    QCOMPARE(bytes(vcb()), damaged);
+    QCOMPARE(read(vcb()), damaged);
     QVERIFY(!QFile::exists(folder() + u"VIN1.bak"_s));
 }
 

@@ -3,6 +3,7 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include "core/files_helper.h"
 #include "exchange/CsvImport.h"
 #include "log/LogArchive.h"
 #include "log/VehicleLog.h"
@@ -74,13 +75,6 @@ CVCItem trip(double start, double end, quint32 depart, quint32 arrive, const QSt
     item.unitPrice = mileage;
     item.notes = notes;
     return item;
-}
-
-void put(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    QCOMPARE(file.write(bytes), bytes.size());
 }
 
 QByteArray header()
@@ -183,9 +177,9 @@ private slots:
         QFETCH(QString, message);
         QTemporaryDir dir;
         const QString file = dir.filePath(u"in.csv"_s);
-        put(file,
-            header() + "Fuel,12000,1/5/2024,10,a\r\n,,,\r\nOil,12100,1/6/2024,,b\r\n" + badLine
-                + "Fuel,12300,1/8/2024,10,c\r\n");
+        TestFiles::put(file,
+                       header() + "Fuel,12000,1/5/2024,10,a\r\n,,,\r\nOil,12100,1/6/2024,,b\r\n" + badLine
+                           + "Fuel,12300,1/8/2024,10,c\r\n");
         VehicleLog log;
         RecordingReporter reporter;
         CsvImport import(smallMap(), CsvConversionSettings());
@@ -211,7 +205,7 @@ private slots:
         noOdometer.clear(ImportMap::Odometer);
         QVERIFY(!CsvImport(noOdometer, {}).begin(dir.filePath(u"none.csv"_s), reporter));
         QVERIFY(!CsvImport(smallMap(), {}).begin(dir.filePath(u"none.csv"_s), reporter));
-        put(dir.filePath(u"one.csv"_s), "Odometer\r\n12000\r\n");
+        TestFiles::put(dir.filePath(u"one.csv"_s), "Odometer\r\n12000\r\n");
         QVERIFY(!CsvImport(smallMap(), {}).begin(dir.filePath(u"one.csv"_s), reporter));
         QCOMPARE(reporter.texts().size(), 3);
         QCOMPARE(
@@ -226,7 +220,7 @@ private slots:
     {
         QTemporaryDir dir;
         const QString file = dir.filePath(u"in.csv"_s);
-        put(file, header() + "Fuel,12000,1/5/2024,10,a\r\n");
+        TestFiles::put(file, header() + "Fuel,12000,1/5/2024,10,a\r\n");
         // A folder where the log file should be: nothing can be written there.
         QVERIFY(QDir(dir.path()).mkdir(u"V.vcb"_s));
         VehicleLog log;

@@ -3,21 +3,14 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "core/files_helper.h"
 #include "log/LogArchive.h"
 #include "session/VehicleSession.h"
 #include "settings/IniFile.h"
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-QByteArray readAll(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-} // namespace
+using TestFiles::read;
 
 class TestVehicleSession : public QObject
 {
@@ -74,7 +67,7 @@ void TestVehicleSession::dropDownRewritesOnlyAVehicleKeptElsewhere()
     QCOMPARE(session.entries().size(), size_t(1));
     session.dropDownOpened();
     session.dropDownClosed();
-    QCOMPARE(readAll(data + u"MYCAR0001.vcb"_s), rewritten ? LogArchive::encode(session.entries()) : onDisk);
+    QCOMPARE(read(data + u"MYCAR0001.vcb"_s), rewritten ? LogArchive::encode(session.entries()) : onDisk);
     QCOMPARE(session.entries().size(), size_t(1));
 }
 

@@ -1,5 +1,5 @@
+#include "core/files_helper.h"
 #include "settings/IniFile.h"
-#include "settingsfiles_helper.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -10,11 +10,11 @@
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
-using SettingsFiles::lines;
-using SettingsFiles::read;
-using SettingsFiles::utf16;
-using SettingsFiles::write;
-using SettingsFiles::written;
+using TestFiles::lines;
+using TestFiles::read;
+using TestFiles::utf16;
+using TestFiles::write;
+using TestFiles::written;
 
 namespace {
 

@@ -1,16 +1,16 @@
 // Settings files that exist but can't be read are never written over, and two objects saving the
 // same file keep each other's changes.
+#include "core/files_helper.h"
 #include "settings/IniFile.h"
-#include "settingsfiles_helper.h"
 
 #include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
-using SettingsFiles::lines;
-using SettingsFiles::read;
-using SettingsFiles::write;
-using SettingsFiles::written;
+using TestFiles::lines;
+using TestFiles::read;
+using TestFiles::write;
+using TestFiles::written;
 
 class TestIniFileSafety : public QObject
 {

@@ -1,6 +1,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "core/files_helper.h"
 #include "platform/Clock.h"
 #include "platform/DevicePaths.h"
 #include "platform/Preferences.h"
@@ -10,7 +11,6 @@
 #include "settings/Options.h"
 #include "settings/PreferenceSections.h"
 #include "settings/VehicleProfile.h"
-#include "settingsfiles_helper.h"
 
 using namespace Qt::StringLiterals;
 
@@ -145,8 +145,8 @@ void TestOptions::saveOrderAndTypes()
         const QVariant value = store.value(optionsKey, name);
         stored << QString::fromLatin1(value.typeName()) + u':' + value.toString();
     }
-    QStringList expected = SettingsFiles::lines(u"uint:20000|QString:Van|uint:2|uint:1|"
-                                                u"QString:\\Program Files\\Tarvane\\|uint:13000"_s);
+    QStringList expected = TestFiles::lines(u"uint:20000|QString:Van|uint:2|uint:1|"
+                                            u"QString:\\Program Files\\Tarvane\\|uint:13000"_s);
     for (int i = 2; i <= 10; ++i)
         expected << u"uint:0"_s;
     QCOMPARE(stored, expected << u"uint:86400"_s << u"uint:4000000000"_s);
@@ -196,13 +196,13 @@ void TestOptions::remindersFollowProfileKeys()
 {
     // Each service gets its own interval and last reading, all overdue at 100000.
     IniFile ini;
-    const QStringList keys = SettingsFiles::lines(
+    const QStringList keys = TestFiles::lines(
         u"OilDistance|CoolDistance|TransDistance|TuneDistance|TireDistance|C1Miles|C2Miles|C3Miles|C4Miles|C5Miles"_s);
     QStringList lines = { u"[Van]"_s };
     for (int i = 0; i < 10; ++i)
         lines << keys[i] + u"=%1"_s.arg(i < 9 ? (i + 1) * 1000 : 0)
               << u"LastR%1Mileage=%2"_s.arg(i).arg((i + 1) * 10);
-    ini.parse(SettingsFiles::written(lines));
+    ini.parse(TestFiles::written(lines));
     VehicleSettings vehicle;
     QVERIFY(VehicleProfile::load(ini, u"Van"_s, vehicle));
 

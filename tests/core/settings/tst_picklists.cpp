@@ -2,15 +2,15 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "core/files_helper.h"
 #include "platform/DevicePaths.h"
 #include "platform/Reporter.h"
 #include "settings/EditListModel.h"
 #include "settings/IniFile.h"
 #include "settings/PickLists.h"
-#include "settingsfiles_helper.h"
 
 using namespace Qt::StringLiterals;
-using SettingsFiles::lines;
+using TestFiles::lines;
 
 namespace {
 const QString header = u"\r\n[PurposeList]\r\n"_s;
@@ -20,7 +20,7 @@ const QString neighbour = u"\r\n[ContactList]\r\nLine0=Bob\r\n"_s;
 // A lists file holding only PurposeList with these keys.
 QByteArray file(const QString &keys)
 {
-    return SettingsFiles::utf16(header + keys);
+    return TestFiles::utf16(header + keys);
 }
 } // namespace
 
@@ -85,7 +85,7 @@ void TestPickLists::reload()
     QFETCH(int, nextLine);
     QFETCH(QString, after);
 
-    QVERIFY(SettingsFiles::write(m_path, file(keys + neighbour)));
+    QVERIFY(TestFiles::write(m_path, file(keys + neighbour)));
     // The list as read is what the dialog shows.
     QCOMPARE(PickLists::loadItems(m_path, PickLists::purposeList()), rows);
     RecordingReporter reporter;
@@ -94,16 +94,16 @@ void TestPickLists::reload()
         model.open();
         QCOMPARE(model.rows(), rows);
         QCOMPARE(model.nextLine(), nextLine);
-        QCOMPARE(SettingsFiles::read(m_path), file(after + neighbour));
+        QCOMPARE(TestFiles::read(m_path), file(after + neighbour));
     }
     QCOMPARE(reporter.texts(), QStringList());
     // Closing the dialog writes the same again.
-    QCOMPARE(SettingsFiles::read(m_path), file(after + neighbour));
+    QCOMPARE(TestFiles::read(m_path), file(after + neighbour));
 }
 
 void TestPickLists::addDeleteSequence()
 {
-    QVERIFY(SettingsFiles::write(m_path, file(u"Line0=A\r\nLine1=\r\nLine2=C\r\n"_s)));
+    QVERIFY(TestFiles::write(m_path, file(u"Line0=A\r\nLine1=\r\nLine2=C\r\n"_s)));
     RecordingReporter reporter;
     EditListModel model(PickLists::purposeList(), m_path, reporter);
     model.open();
@@ -113,20 +113,20 @@ void TestPickLists::addDeleteSequence()
     QCOMPARE(model.newItemText(), QString());
     QCOMPARE(model.rows(), lines(u"A|C|D"_s));
     QCOMPARE(model.nextLine(), 4);
-    QCOMPARE(SettingsFiles::read(m_path), file(u"Line0=A\r\nLine1=C\r\nLine2=D\r\n"_s));
+    QCOMPARE(TestFiles::read(m_path), file(u"Line0=A\r\nLine1=C\r\nLine2=D\r\n"_s));
 
     model.setSelectedRow(1);
     model.deleteSelected();
     QCOMPARE(model.rows(), lines(u"A|D"_s));
     QCOMPARE(model.selectedRow(), -1);
-    QCOMPARE(SettingsFiles::read(m_path), file(u"Line0=A\r\nLine1=D\r\n"_s));
+    QCOMPARE(TestFiles::read(m_path), file(u"Line0=A\r\nLine1=D\r\n"_s));
 
     model.setSelectedRow(0);
     model.deleteSelected();
     model.setNewItemText(u"E"_s);
     model.add();
     QCOMPARE(model.rows(), lines(u"D|E"_s));
-    QCOMPARE(SettingsFiles::read(m_path), file(u"Line0=D\r\nLine1=E\r\n"_s));
+    QCOMPARE(TestFiles::read(m_path), file(u"Line0=D\r\nLine1=E\r\n"_s));
 
     // The deleted texts were shown, as information only; nothing was asked.
     QCOMPARE(reporter.texts(), lines(u"C|A"_s));
@@ -141,11 +141,11 @@ void TestPickLists::addDeleteSequence()
 
 void TestPickLists::editsWithoutEffect()
 {
-    QVERIFY(SettingsFiles::write(m_path, file(u"Line0=A\r\n"_s)));
+    QVERIFY(TestFiles::write(m_path, file(u"Line0=A\r\n"_s)));
     RecordingReporter reporter;
     EditListModel model(PickLists::purposeList(), m_path, reporter);
     model.open();
-    const QByteArray before = SettingsFiles::read(m_path);
+    const QByteArray before = TestFiles::read(m_path);
 
     // An empty text is not added; a delete without a selection, or past the last row, does nothing.
     model.setNewItemText(QString());
@@ -154,7 +154,7 @@ void TestPickLists::editsWithoutEffect()
     model.setSelectedRow(1);
     model.deleteSelected();
     QCOMPARE(model.rows(), QStringList { u"A"_s });
-    QCOMPARE(SettingsFiles::read(m_path), before);
+    QCOMPARE(TestFiles::read(m_path), before);
 
     // A new item is cut to 40 characters.
     const QString forty = u"0123456789012345678901234567890123456789"_s;
@@ -162,7 +162,7 @@ void TestPickLists::editsWithoutEffect()
     QCOMPARE(model.newItemText(), forty);
     model.add();
     QCOMPARE(model.rows(), (QStringList { u"A"_s, forty }));
-    QCOMPARE(SettingsFiles::read(m_path), file(u"Line0=A\r\nLine1="_s + forty + u"\r\n"_s));
+    QCOMPARE(TestFiles::read(m_path), file(u"Line0=A\r\nLine1="_s + forty + u"\r\n"_s));
     QCOMPARE(reporter.texts(), QStringList());
 }
 
@@ -171,7 +171,7 @@ void TestPickLists::folderGoneWhileOpen()
     const QString folder = m_dir->filePath(u"Tarvane Files"_s);
     QVERIFY(QDir().mkpath(folder));
     const QString path = folder + u"/Lists.ini"_s;
-    QVERIFY(SettingsFiles::write(path, file(u"Line0=A\r\nLine1=B\r\n"_s)));
+    QVERIFY(TestFiles::write(path, file(u"Line0=A\r\nLine1=B\r\n"_s)));
     RecordingReporter reporter;
     EditListModel model(PickLists::purposeList(), path, reporter);
     model.open();
@@ -204,10 +204,10 @@ void TestPickLists::loadFailure()
                      { Reporter::Kind::Error, u"ERROR 500! Unable to load List."_s, QString() } }));
     }
     // The settings object keeps its path after a failed load, so a missing list comes back empty.
-    QCOMPARE(SettingsFiles::read(m_path), QByteArray("\xff\xfe"));
+    QCOMPARE(TestFiles::read(m_path), QByteArray("\xff\xfe"));
     QVERIFY(QFile::remove(m_path));
     QCOMPARE(PickLists::loadItems(m_path, PickLists::purposeList()), QStringList());
-    QCOMPARE(SettingsFiles::read(m_path), QByteArray("\xff\xfe"));
+    QCOMPARE(TestFiles::read(m_path), QByteArray("\xff\xfe"));
 }
 
 void TestPickLists::saveFailureOnReload()
@@ -252,21 +252,21 @@ void TestPickLists::seedRepairList()
     QFETCH(QString, custom);
     QFETCH(QStringList, after);
 
-    QVERIFY(SettingsFiles::write(m_path, SettingsFiles::written(before)));
+    QVERIFY(TestFiles::write(m_path, TestFiles::written(before)));
     std::array<QString, 5> names;
     const QStringList parts = custom.split(u'|');
     std::copy(parts.begin(), parts.end(), names.begin());
     QVERIFY(PickLists::seedRepairList(m_path, names));
-    QCOMPARE(SettingsFiles::read(m_path), SettingsFiles::written(after));
+    QCOMPARE(TestFiles::read(m_path), TestFiles::written(after));
     // Confirming the page again adds nothing.
     QVERIFY(PickLists::seedRepairList(m_path, names));
-    QCOMPARE(SettingsFiles::read(m_path), SettingsFiles::written(after));
+    QCOMPARE(TestFiles::read(m_path), TestFiles::written(after));
 }
 
 void TestPickLists::seedMissingFile()
 {
     QVERIFY(!PickLists::seedRepairList(m_path, { u"Brakes"_s }));
-    QCOMPARE(SettingsFiles::read(m_path), QByteArray("\xff\xfe"));
+    QCOMPARE(TestFiles::read(m_path), QByteArray("\xff\xfe"));
 }
 
 void TestPickLists::tripLoader_data()
@@ -305,9 +305,9 @@ void TestPickLists::tripLoader()
     const DevicePaths paths(m_dir->path());
     QVERIFY(QDir().mkpath(paths.dataFolder()));
     const QByteArray shipped = file(u"Line0=Shipped\r\nLine1=Default\r\n"_s);
-    QVERIFY(SettingsFiles::write(paths.root() + u"Setup/Lists.ini"_s, shipped));
+    QVERIFY(TestFiles::write(paths.root() + u"Setup/Lists.ini"_s, shipped));
     if (userCopy)
-        QVERIFY(SettingsFiles::write(PickLists::listsPath(paths), file(u"Line0=Mine\r\n"_s)));
+        QVERIFY(TestFiles::write(PickLists::listsPath(paths), file(u"Line0=Mine\r\n"_s)));
 
     RecordingReporter reporter;
     {
@@ -321,11 +321,11 @@ void TestPickLists::tripLoader()
 
     // The shipped copy becomes the user's; a failed load leaves no file anywhere.
     if (!copiedFrom.isEmpty())
-        QCOMPARE(SettingsFiles::read(PickLists::listsPath(paths)),
-                 SettingsFiles::read(copiedFrom.startsWith(u':') ? copiedFrom : paths.root() + copiedFrom));
+        QCOMPARE(TestFiles::read(PickLists::listsPath(paths)),
+                 TestFiles::read(copiedFrom.startsWith(u':') ? copiedFrom : paths.root() + copiedFrom));
     if (!messages.isEmpty())
         QVERIFY(!QFile::exists(PickLists::listsPath(paths)));
-    QCOMPARE(SettingsFiles::read(paths.root() + u"Setup/Lists.ini"_s), shipped);
+    QCOMPARE(TestFiles::read(paths.root() + u"Setup/Lists.ini"_s), shipped);
     QVERIFY(!QFile::exists(paths.root() + u"SetupLists.ini"_s));
     QVERIFY(!QFile::exists(paths.root() + u"Elsewhere"_s));
 }

@@ -1,9 +1,9 @@
+#include "core/files_helper.h"
 #include "platform/DevicePaths.h"
 #include "platform/Reporter.h"
 #include "settings/IniFile.h"
 #include "settings/SettingsLocator.h"
 #include "settings/SettingsMessages.h"
-#include "settingsfiles_helper.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -11,9 +11,9 @@
 
 using namespace Qt::StringLiterals;
 
-using SettingsFiles::read;
-using SettingsFiles::utf16;
-using SettingsFiles::write;
+using TestFiles::read;
+using TestFiles::utf16;
+using TestFiles::write;
 
 namespace {
 

@@ -1,22 +1,22 @@
 #include <QTest>
 
+#include "core/files_helper.h"
 #include "platform/Reporter.h"
 #include "settings/IniFile.h"
 #include "settings/VehicleProfile.h"
-#include "settingsfiles_helper.h"
 
 #include <memory>
 
 using namespace Qt::StringLiterals;
-using SettingsFiles::lines;
-using SettingsFiles::written;
+using TestFiles::lines;
+using TestFiles::written;
 
 namespace {
 
 std::unique_ptr<IniFile> iniFrom(const QString &text)
 {
     auto ini = std::make_unique<IniFile>();
-    ini->parse(SettingsFiles::utf16(text));
+    ini->parse(TestFiles::utf16(text));
     return ini;
 }
 
@@ -118,7 +118,7 @@ void TestVehicleProfile::saveWithEmptyVin()
     RecordingReporter reporter;
     QVERIFY(!VehicleProfile::save(*ini, v, TripSettings(), 0, reporter));
     QCOMPARE(reporter.texts(), QStringList { u"VIN is empty Skipping save"_s });
-    QCOMPARE(ini->serialize(), SettingsFiles::utf16(text));
+    QCOMPARE(ini->serialize(), TestFiles::utf16(text));
     QVERIFY(!ini->isModified());
 }
 

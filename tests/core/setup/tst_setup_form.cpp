@@ -5,6 +5,7 @@
 
 #include <memory>
 
+#include "core/files_helper.h"
 #include "platform/Reporter.h"
 #include "settings/IniFile.h"
 #include "settings/VehicleProfile.h"
@@ -15,37 +16,16 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A settings file as it lies on disk, from the UTF-8 text of a golden file: CR LF line ends,
-// UTF-16 little-endian after the mark FF FE.
+// A settings file as it lies on disk, from the UTF-8 text of a golden file: CR LF line ends.
 QByteArray settingsBytes(const QString &text)
 {
-    QByteArray bytes("\xff\xfe", 2);
-    const QString crlf = QString(text).replace(u"\n"_s, u"\r\n"_s);
-    for (const QChar c : crlf) {
-        bytes.append(char(c.unicode() & 0xff));
-        bytes.append(char(c.unicode() >> 8));
-    }
-    return bytes;
+    return TestFiles::utf16(QString(text).replace(u"\n"_s, u"\r\n"_s));
 }
 
 QByteArray golden(const QString &folder)
 {
-    QFile file(QStringLiteral(TARVANE_TEST_DATA "/setup/") + folder + u"/Velcora.ini.txt"_s);
-    if (!file.open(QIODevice::ReadOnly))
-        return QByteArray("<missing golden>");
-    return settingsBytes(QString::fromUtf8(file.readAll()));
-}
-
-QByteArray readFile(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
-}
-
-bool writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+    return settingsBytes(QString::fromUtf8(
+        TestFiles::read(QStringLiteral(TARVANE_TEST_DATA "/setup/") + folder + u"/Velcora.ini.txt"_s)));
 }
 
 // "k=v|k=v" as the lines of a settings file ("" for none).
@@ -93,8 +73,8 @@ void TestSetupForm::init()
     m_dir = std::make_unique<QTemporaryDir>();
     QVERIFY(m_dir->isValid());
     m_reporter = RecordingReporter();
-    QVERIFY(writeFile(path(u"Velcora.ini"_s), golden(u"before"_s)));
-    QVERIFY(writeFile(path(u"Lists.ini"_s), settingsBytes(u"\n[RepairList]\nLine0=Brakes\n"_s)));
+    QVERIFY(TestFiles::write(path(u"Velcora.ini"_s), golden(u"before"_s)));
+    QVERIFY(TestFiles::write(path(u"Lists.ini"_s), settingsBytes(u"\n[RepairList]\nLine0=Brakes\n"_s)));
 }
 
 std::unique_ptr<SetupForm> TestSetupForm::openForm(const QString &name, double highest)
@@ -162,7 +142,7 @@ void TestSetupForm::newVehicleSlot()
 {
     QFETCH(QString, list);
     QFETCH(int, slot);
-    QVERIFY(writeFile(path(u"Velcora.ini"_s), settingsBytes(iniText(list))));
+    QVERIFY(TestFiles::write(path(u"Velcora.ini"_s), settingsBytes(iniText(list))));
     auto form = openForm(u"A"_s);
     QVERIFY(form->beginNewVehicle(m_reporter));
     QCOMPARE(form->newVehicleSlot(), slot);
@@ -190,7 +170,7 @@ void TestSetupForm::newVehicleWholeFile()
     form->confirm(TripsValues { true, 0.25, true, false, false, 1 });
     QVERIFY(form->finishNewVehicle(m_reporter));
 
-    QCOMPARE(readFile(path(u"Velcora.ini"_s)), golden(u"new-vehicle"_s));
+    QCOMPARE(TestFiles::read(path(u"Velcora.ini"_s)), golden(u"new-vehicle"_s));
     QCOMPARE(form->currentName(), u"Blue Bike"_s);
     QVERIFY(form->isNewVehicle());
     QCOMPARE(form->highestOdometer(), 1500.0);
@@ -236,7 +216,7 @@ void TestSetupForm::newVehicleStops()
     }
     QCOMPARE(form->currentName(), currentName);
     QCOMPARE(m_reporter.texts(), messages);
-    QCOMPARE(readFile(path(u"Velcora.ini"_s)), golden(u"before"_s));
+    QCOMPARE(TestFiles::read(path(u"Velcora.ini"_s)), golden(u"before"_s));
 }
 
 void TestSetupForm::deleteVehicle_data()
@@ -272,15 +252,15 @@ void TestSetupForm::deleteVehicle()
     QFETCH(QString, currentName);
     QFETCH(QStringList, messages);
 
-    QVERIFY(writeFile(path(u"CAR2.vcb"_s), "log"));
+    QVERIFY(TestFiles::write(path(u"CAR2.vcb"_s), "log"));
     auto form = openForm(name);
     m_reporter.setNextAnswer(answer);
     QCOMPARE(int(form->deleteVehicle(m_reporter)), result);
-    QCOMPARE(readFile(path(u"Velcora.ini"_s)), golden(after));
+    QCOMPARE(TestFiles::read(path(u"Velcora.ini"_s)), golden(after));
     QCOMPARE(form->currentName(), currentName);
     QCOMPARE(m_reporter.texts(), messages);
     // The log stays on disk.
-    QCOMPARE(readFile(path(u"CAR2.vcb"_s)), QByteArray("log"));
+    QCOMPARE(TestFiles::read(path(u"CAR2.vcb"_s)), QByteArray("log"));
 }
 
 void TestSetupForm::editKeepsLogAndRenamesOnRequest_data()
@@ -302,8 +282,8 @@ void TestSetupForm::editKeepsLogAndRenamesOnRequest()
     QFETCH(QStringList, files);
     QFETCH(int, questions);
 
-    QVERIFY(writeFile(path(u"VAN1.vcb"_s), "entries"));
-    QVERIFY(writeFile(path(u"VAN1.bak"_s), "backup"));
+    QVERIFY(TestFiles::write(path(u"VAN1.vcb"_s), "entries"));
+    QVERIFY(TestFiles::write(path(u"VAN1.bak"_s), "backup"));
     auto form = openForm(u"Van"_s);
     form->beginEdit();
     GeneralInfoValues general = form->generalInfo();
@@ -316,7 +296,7 @@ void TestSetupForm::editKeepsLogAndRenamesOnRequest()
 
     QCOMPARE(int(m_reporter.messages().size()), questions);
     QCOMPARE(QDir(m_dir->path()).entryList({ u"*.vcb"_s, u"*.bak"_s }, QDir::Files, QDir::Name), files);
-    QCOMPARE(readFile(path(files.at(1))), QByteArray("entries"));
+    QCOMPARE(TestFiles::read(path(files.at(1))), QByteArray("entries"));
     IniFile ini;
     ini.setSaveOnDestroy(false);
     QVERIFY(ini.Load(path(u"Velcora.ini"_s)));
@@ -334,9 +314,9 @@ void TestSetupForm::customPageSeedsRepairList()
     const QByteArray seeded = settingsBytes(u"\n[RepairList]\nLine0=Brakes\nLine1=Insurance\nLine2=Tune-"
                                             u"Up\nLine3=Oil Change\nLine4=Coolant Flush\n"
                                             "Line5=Transmission Service\nLine6=Rotate Tires\n"_s);
-    QCOMPARE(readFile(path(u"Lists.ini"_s)), seeded);
+    QCOMPARE(TestFiles::read(path(u"Lists.ini"_s)), seeded);
     form->confirm(form->custom());
-    QCOMPARE(readFile(path(u"Lists.ini"_s)), seeded);
+    QCOMPARE(TestFiles::read(path(u"Lists.ini"_s)), seeded);
 }
 
 void TestSetupForm::pagesRoundTrip()

@@ -5,6 +5,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "core/files_helper.h"
 #include "log/LogArchive.h"
 #include "platform/AppContext.h"
 #include "storage/BackupLocations.h"
@@ -18,33 +19,9 @@ namespace {
 constexpr quint32 Now = 1709640000; // 2024-03-05 12:00:00 UTC
 
 using Files = QMap<QString, QByteArray>;
-
-QByteArray readAll(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
-}
-
-void put(const QString &path, const QByteArray &bytes)
-{
-    QVERIFY(QDir().mkpath(QFileInfo(path).path()));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    QCOMPARE(file.write(bytes), bytes.size());
-}
-
-// Every file below a folder (relative path → bytes), hidden ones included, so that a stray
-// temporary file shows up too.
-Files snapshot(const QString &folder)
-{
-    Files files;
-    QDirIterator it(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        const QString path = it.next();
-        files.insert(QDir(folder).relativeFilePath(path), readAll(path));
-    }
-    return files;
-}
+using TestFiles::put;
+using TestFiles::read;
+using TestFiles::snapshot;
 
 QByteArray logBytes(double odometer)
 {
@@ -265,7 +242,7 @@ void TestFullBackup::failedCopyIsListedAndDateKept()
     QCOMPARE(
         texts(*result),
         (QStringList { u"VAN1.vcb"_s, u"Lists.ini: failed (No space left on device)"_s, u"Velcora.ini"_s }));
-    QCOMPARE(readAll(s.mainBackup() + u"Tarvane Setup Files/Lists.ini"_s), QByteArray("old lists"));
+    QCOMPARE(read(s.mainBackup() + u"Tarvane Setup Files/Lists.ini"_s), QByteArray("old lists"));
     QCOMPARE(s.reporter.texts(),
              (QStringList { FullBackup::backupQuestion(),
                             u"Backup incomplete: 1 of 3 files could not be copied.\n"
