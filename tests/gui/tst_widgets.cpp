@@ -6,7 +6,6 @@
 
 #include <QCryptographicHash>
 #include <QDir>
-#include <QFormLayout>
 #include <QMessageBox>
 #include <QPainter>
 #include <QtTest>
@@ -375,36 +374,7 @@ void TestWidgets::screenshots()
     p.end();
     QVERIFY(sheet.copy(QRect(QPoint(), QSize(sheet.width(), int(y * dpr))))
                 .save(screenshotFolder() + u"/widgets-contact-sheet.png"_s));
-
-    // The counters as the main screen shows them: normal, alert, without data, and dates.
-    QWidget panel;
-    auto *form = new QFormLayout(&panel);
-    const struct
-    {
-        QString caption;
-        QList<int> tiles;
-        bool noData, vertical;
-    } counters[] = { { u"Odometer"_s, range(198, 204), false, false },
-                     { u"Odometer, overdue"_s, range(211, 217), false, false },
-                     { u"Current"_s, { 235, 237, 238, 245, 239, 241 }, false, false },
-                     { u"Average, alert set"_s, { 300, 302, 303, 310, 304, 306 }, false, false },
-                     { u"Odometer, no data"_s, QList<int>(7, 198), true, false },
-                     { u"Economy, no data"_s, { 235, 235, 235, 245, 235, 235 }, true, false },
-                     { u"Due date"_s, { 251, 274 }, false, true },
-                     { u"No date"_s, { 248, 292 }, false, true } };
-    for (const auto &c : counters) {
-        auto *counter = new TileCounter(c.tiles);
-        if (c.noData)
-            counter->setNoData();
-        if (c.vertical) {
-            counter->setOrientation(Qt::Vertical);
-            counter->setFrameWidth(0);
-        }
-        form->addRow(c.caption, counter);
-    }
-    panel.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&panel));
-    QVERIFY(panel.grab().save(screenshotFolder() + u"/widgets-tile-counters.png"_s));
+    // The counters themselves are seen on the main screen's and the reminders' pictures.
 }
 
 QTEST_MAIN(TestWidgets)
