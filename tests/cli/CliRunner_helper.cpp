@@ -3,11 +3,14 @@
 #include <QDateTime>
 #include <QDirIterator>
 #include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 #include <QTest>
 #include <QTextStream>
 
 #include "CliApp.h"
+#include "log/CVCItemJson.h"
 #include "log/LogArchive.h"
 
 using namespace Qt::StringLiterals;
@@ -78,6 +81,12 @@ QList<double> odometers(const QString &path)
     for (const CVCItem &item : list)
         values.append(item.odometer);
     return values;
+}
+
+CVCItem record(const QByteArray &fields)
+{
+    return cvcItemFromJson(
+        QJsonDocument::fromJson('{' + QByteArray(fields).replace('\'', '"') + '}').object());
 }
 
 quint32 utc(const char *iso)

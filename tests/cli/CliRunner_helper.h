@@ -60,6 +60,9 @@ void put(const QString &path, const QByteArray &bytes);
 // The odometers of a log file in their order, {-1} when it does not read.
 QList<double> odometers(const QString &path);
 
+// A record from the JSON of the fields that are set, written with single quotes; the rest are 0.
+CVCItem record(const QByteArray &fields);
+
 // "2026-11-02T09:00:00" UTC, and a day at noon UTC, as the log's seconds.
 quint32 utc(const char *iso);
 quint32 at(int year, int month, int day);

@@ -8,6 +8,8 @@
 
 using namespace Qt::StringLiterals;
 
+using CliFiles::record;
+
 namespace {
 
 const QString FuelNote = u"This entry has an odometer less than the last entry.\nData should be entered in "
@@ -17,13 +19,6 @@ const QString RepairNote
       "entered in numerical order by odometer.  See \"Inserting data\" in the manual.\n"_s;
 const QString FirstFill = u"add fuel --odometer 12000 --quantity 12 --price 3"_s;
 
-// A record from the JSON of the fields that are set, written with single quotes; the rest are 0.
-CVCItem entry(const QByteArray &fields)
-{
-    return cvcItemFromJson(
-        QJsonDocument::fromJson('{' + QByteArray(fields).replace('\'', '"') + '}').object());
-}
-
 // Every field, so that a QCOMPARE shows which one differs.
 QString json(const CVCItem &item)
 {
@@ -32,8 +27,8 @@ QString json(const CVCItem &item)
 
 CVCItem fuel(const char *fields)
 {
-    return entry("'entryDate': 1709281800, 'typeText': 'Fuel', 'fuelMeasure': 'Gallons', "
-                 + QByteArray(fields));
+    return record("'entryDate': 1709281800, 'typeText': 'Fuel', 'fuelMeasure': 'Gallons', "
+                  + QByteArray(fields));
 }
 
 } // namespace
@@ -76,8 +71,8 @@ void TestCliAdd::add_data()
         { FirstFill,
           u"add fuel --odometer 12300 --unit Litres --quantity 40 --price 1.25 --not-full --date 2024-02-20"_s },
         {},
-        entry("'odometer': 12300, 'entryDate': 1708417800, 'typeText': 'Fuel', 'fuelMeasure': 'Litres', "
-              "'notFull': 1, 'amount': 50, 'fuelQuantity': 40, 'unitPrice': 1.25"),
+        record("'odometer': 12300, 'entryDate': 1708417800, 'typeText': 'Fuel', 'fuelMeasure': 'Litres', "
+               "'notFull': 1, 'amount': 50, 'fuelQuantity': 40, 'unitPrice': 1.25"),
         u"28.39"_s);
     added("fuel below the last odometer",
           { FirstFill, u"add fuel --odometer 11900 --quantity 5 --price 2"_s }, FuelNote,
@@ -86,26 +81,26 @@ void TestCliAdd::add_data()
           { u"add repair --odometer 12100 --type \"Oil Change\" --cost 39.95 --invoice A-17 "
             "--location \"Quick Lube\""_s },
           {},
-          entry("'iconIndex': 4, 'entryType': 1, 'odometer': 12100, 'entryDate': 1709281800, "
-                "'typeText': 'Oil Change', 'station': 'Quick Lube', 'invoice': 'A-17', 'amount': 39.95"));
+          record("'iconIndex': 4, 'entryType': 1, 'odometer': 12100, 'entryDate': 1709281800, "
+                 "'typeText': 'Oil Change', 'station': 'Quick Lube', 'invoice': 'A-17', 'amount': 39.95"));
     added("custom repair with I5, lower odometer",
           { FirstFill,
             u"add repair --odometer 11000 --type Brakes --icon 5 --date 2024-02-20T17:40 --note pads"_s },
           RepairNote,
-          entry("'iconIndex': 12, 'entryType': 1, 'odometer': 11000, 'entryDate': 1708450800, "
-                "'typeText': 'Brakes', 'notes': 'pads'"));
+          record("'iconIndex': 12, 'entryType': 1, 'odometer': 11000, 'entryDate': 1708450800, "
+                 "'typeText': 'Brakes', 'notes': 'pads'"));
     // 150 miles at 0.500.
     added("closed trip",
           { u"add trip --start 12000 --end 12150 --depart 2024-02-20T07:15 --arrive 2024-02-20T17:40 "
             "--purpose Sales --destination Springfield --contact Acme --tolls 4.5 --parking 12"_s },
           {},
-          entry("'iconIndex': 19, 'entryType': 2, 'odometer': 12000, 'entryDate': 1708413300, "
-                "'typeText': 'Trip', 'purpose': 'Sales', 'destination': 'Springfield', 'contact': 'Acme', "
-                "'departTime': 1708413300, 'arriveTime': 1708450800, 'amount': 4.5, 'unitPrice': 75, "
-                "'endOdometer': 12150, 'parking': 12"));
-    CVCItem open = entry("'iconIndex': 18, 'entryType': 2, 'odometer': 12000, 'entryDate': 1709281800, "
-                         "'typeText': 'Trip', 'contact': 'None', 'departTime': 1709281800, "
-                         "'arriveTime': 1709281800, 'endOdometer': 12000");
+          record("'iconIndex': 19, 'entryType': 2, 'odometer': 12000, 'entryDate': 1708413300, "
+                 "'typeText': 'Trip', 'purpose': 'Sales', 'destination': 'Springfield', 'contact': 'Acme', "
+                 "'departTime': 1708413300, 'arriveTime': 1708450800, 'amount': 4.5, 'unitPrice': 75, "
+                 "'endOdometer': 12150, 'parking': 12"));
+    CVCItem open = record("'iconIndex': 18, 'entryType': 2, 'odometer': 12000, 'entryDate': 1709281800, "
+                          "'typeText': 'Trip', 'contact': 'None', 'departTime': 1709281800, "
+                          "'arriveTime': 1709281800, 'endOdometer': 12000");
     // Only the destination stops at 40 characters.
     open.destination = QString(40, u'D');
     open.purpose = QString(45, u'P');

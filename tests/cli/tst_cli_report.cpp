@@ -9,42 +9,26 @@
 
 using namespace Qt::StringLiterals;
 
-using CliFiles::at;
-
 namespace {
 
 // The template's "My Car" (0.500 a mile): a fill-up, a job, a trip and an open trip in 2025, a
 // fill-up in 2026.
 void prepare(CliRunner &cli)
 {
-    CVCItem fill;
-    fill.typeText = u"Fuel"_s;
-    fill.entryDate = at(2025, 5, 2);
-    fill.odometer = 1300;
-    fill.fuelQuantity = 10;
-    fill.fuelMeasure = u"Gallons"_s;
-    fill.unitPrice = 3.25;
-    fill.amount = 32.5;
-    fill.economy = 30;
-    CVCItem job;
-    job.entryType = CVCItem::Maintenance;
-    job.typeText = u"Oil Change"_s;
-    job.entryDate = at(2025, 6, 1);
-    job.odometer = 1350;
-    job.amount = 40;
-    CVCItem trip;
-    trip.entryType = CVCItem::Trip;
-    trip.typeText = u"Trip"_s;
-    trip.entryDate = trip.departTime = trip.arriveTime = at(2025, 6, 10);
-    trip.odometer = 1400;
-    trip.endOdometer = 1520;
-    trip.purpose = u"Sales"_s;
-    trip.amount = 2;
-    trip.parking = 3;
+    // 2025-05-02, 06-01, 06-10 and 2026-01-03 at noon UTC.
+    const CVCItem fill = CliFiles::record("'typeText': 'Fuel', 'entryDate': 1746187200, 'odometer': 1300, "
+                                          "'fuelQuantity': 10, 'fuelMeasure': 'Gallons', 'unitPrice': 3.25, "
+                                          "'amount': 32.5, 'economy': 30");
+    const CVCItem job = CliFiles::record(
+        "'entryType': 1, 'typeText': 'Oil Change', 'entryDate': 1748779200, 'odometer': 1350, 'amount': 40");
+    CVCItem trip
+        = CliFiles::record("'entryType': 2, 'typeText': 'Trip', 'entryDate': 1749556800, 'departTime': "
+                           "1749556800, 'arriveTime': 1749556800, 'odometer': 1400, 'endOdometer': "
+                           "1520, 'purpose': 'Sales', 'amount': 2, 'parking': 3");
     CVCItem open = trip;
     open.endOdometer = open.odometer = 1520;
     CVCItem later = fill;
-    later.entryDate = at(2026, 1, 3);
+    later.entryDate = 1767441600;
     later.odometer = 1800;
     const EntryList log { fill, job, trip, open, later };
     cli.prepare(log);
