@@ -1,5 +1,6 @@
 #include "PeerImporter.h"
 
+#include "ACarImporter.h"
 #include "DrivvoImporter.h"
 #include "FuelioImporter.h"
 #include "FuellyImporter.h"
@@ -15,15 +16,20 @@ QString PeerImporter::describe(const QString &title, const std::vector<PeerEntry
     int fills = 0;
     int services = 0;
     int costs = 0;
+    int trips = 0;
     for (const PeerEntry &entry : entries) {
         if (entry.kind == PeerEntry::FillUp)
             ++fills;
         else if (entry.kind == PeerEntry::Service)
             ++services;
+        else if (entry.kind == PeerEntry::Trip)
+            ++trips;
         else
             ++costs;
     }
     QString text = u"%1: %2 fill-ups, %3 services, %4 costs"_s.arg(title).arg(fills).arg(services).arg(costs);
+    if (trips > 0)
+        text += u", %1 trips"_s.arg(trips);
     if (!units.isEmpty())
         text += u", units "_s + units;
     return text;
@@ -44,6 +50,7 @@ std::vector<std::unique_ptr<PeerImporter>> allPeerImporters()
     importers.push_back(std::make_unique<SpritmonitorImporter>());
     importers.push_back(std::make_unique<RoadTripImporter>());
     importers.push_back(std::make_unique<DrivvoImporter>());
+    importers.push_back(std::make_unique<ACarImporter>());
     return importers;
 }
 

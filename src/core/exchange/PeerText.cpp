@@ -171,6 +171,22 @@ QString serviceName(const QString &name)
     return words;
 }
 
+QString serviceNames(const QString &list)
+{
+    QStringList names;
+    for (const QString &slug : list.split(u',', Qt::SkipEmptyParts)) {
+        const QString words = slugWords(slug);
+        const QString name = serviceName(words);
+        if (name.isEmpty() || names.contains(name))
+            continue;
+        if (name != words)
+            names.prepend(name);
+        else
+            names.append(name);
+    }
+    return names.join(u", "_s);
+}
+
 Columns::Columns(const QStringList &header)
 {
     for (qsizetype i = 0; i < header.size(); ++i) {
