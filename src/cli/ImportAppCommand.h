@@ -11,10 +11,11 @@ public:
     QString name() const override { return QStringLiteral("import-app"); }
     QString synopsis() const override
     {
-        return QStringLiteral("FILE... [VEHICLE] [--from "
-                              "auto|fuelly|fuelio|lubelogger|spritmonitor|roadtrip|drivvo|acar] [--date-order "
-                              "mdy|dmy|ymd] [--source-vehicle NAME] "
-                              "[--dry-run] [--json]");
+        return QStringLiteral(
+            "FILE... [VEHICLE] [--from "
+            "auto|fuelly|fuelio|lubelogger|spritmonitor|roadtrip|drivvo|acar] [--date-order "
+            "mdy|dmy|ymd] [--source-vehicle NAME] "
+            "[--dry-run] [--json]");
     }
     QString description() const override
     {

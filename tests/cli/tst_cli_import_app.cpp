@@ -124,11 +124,13 @@ void TestCliImportApp::badCalls()
     const QString acar = QStringLiteral(TARVANE_TEST_DATA "/import/acar/acar.csv");
     result = m_runner->run({ u"import-app"_s, acar, u"--dry-run"_s });
     QCOMPARE(result.exitCode, 1);
-    QCOMPARE(result.err, u"acar.csv holds 2 vehicles (Civic, Miata); choose one.\n  Civic\n  Miata\n"
-                         "Name one with --source-vehicle NAME.\n"_s);
+    QCOMPARE(result.err,
+             u"acar.csv holds 2 vehicles (Civic, Miata); choose one.\n  Civic\n  Miata\n"
+             "Name one with --source-vehicle NAME.\n"_s);
     result = m_runner->run({ u"import-app"_s, acar, u"--source-vehicle"_s, u"Miata"_s, u"--dry-run"_s });
-    QCOMPARE(result.out, u"aCar export (Miata): 1 fill-ups, 0 services, 0 costs, 1 trips, units mi / gal\n"
-                         "Would add 2 entries to My Car; skipped 0 as duplicates, 0 as unusable.\n"_s);
+    QCOMPARE(result.out,
+             u"aCar export (Miata): 1 fill-ups, 0 services, 0 costs, 1 trips, units mi / gal\n"
+             "Would add 2 entries to My Car; skipped 0 as duplicates, 0 as unusable.\n"_s);
 }
 
 QTEST_GUILESS_MAIN(TestCliImportApp)

@@ -34,7 +34,8 @@ void importEverywhere(const QByteArray &bytes)
         if (!result.error.isEmpty())
             continue;
         const PeerMergeResult merged = PeerLogMerge::merge({}, result.entries, target);
-        if (merged.added + merged.unusable != int(result.entries.size()) || merged.addedAt.size() != size_t(merged.added))
+        if (merged.added + merged.unusable != int(result.entries.size())
+            || merged.addedAt.size() != size_t(merged.added))
             abort();
         for (size_t i = 1; i < merged.entries.size(); ++i) {
             if (merged.entries[i - 1].odometer > merged.entries[i].odometer)

@@ -23,7 +23,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr quint32 Now = 1709640000; // 2024-03-05 12:00:00 UTC
+constexpr quint32 Now = 1733054400; // 2024-12-01 12:00:00 UTC: the imported oil change is overdue
 
 QString sample(const QString &name)
 {
@@ -80,7 +80,8 @@ private slots:
         // Two vehicles in the file: nothing to import until one is chosen.
         s.chooser.enqueue(sample(u"acar/acar.csv"_s));
         dialog.addFile();
-        QCOMPARE(dialog.recognisedLabel()->text(), u"acar.csv holds 2 vehicles (Civic, Miata); choose one."_s);
+        QCOMPARE(dialog.recognisedLabel()->text(),
+                 u"acar.csv holds 2 vehicles (Civic, Miata); choose one."_s);
         QVERIFY(dialog.vehicleBox()->isVisibleTo(&dialog));
         QCOMPARE(dialog.vehicleBox()->count(), 3);
         QVERIFY(!dialog.importButton()->isEnabled());
@@ -93,17 +94,18 @@ private slots:
         QCOMPARE(dialog.vehicleBox()->currentText(), u"Civic"_s);
         QCOMPARE(dialog.recognisedLabel()->text(),
                  u"aCar export (Civic): 3 fill-ups, 2 services, 1 costs, 1 trips, units mi / gal"_s);
-        QCOMPARE(dialog.summaryLabel()->text(), u"7 entries to add to My Car; 0 already in the log; 1 rows skipped."_s);
+        QCOMPARE(dialog.summaryLabel()->text(),
+                 u"7 entries to add to My Car; 0 already in the log; 1 row skipped."_s);
         // Date, Odometer, Entry, Quantity, Total, Cost, Economy, End, Purpose, Note.
         QCOMPARE(tableRows(dialog.previewTable()),
                  QStringList({
-                     u"02/01/2024|1000|Fuel|10.000|$30.00|||0.00|||"_s,
-                     u"02/02/2024|1020|Trip||||||1145|Delivery|boxes"_s,
-                     u"02/05/2024|1300|Fuel|10.000|$31.00||30.00|||half tank, \"quick\" stop"_s,
-                     u"02/06/2024|1350|Oil Change, Oil Filter|||$59.95||||synthetic"_s,
-                     u"02/07/2024|1400|Parking|||$8.00||||airport"_s,
-                     u"02/08/2024|1450|Rotate Tires|||$20.00||||"_s,
-                     u"02/10/2024|1600|Fuel|12.000|$36.00||50.00|||"_s,
+                     u"2/1/2024|1000|Fuel|10.000|$30.00||0.00 MPG|||"_s,
+                     u"2/2/2024|1020|Trip|||||1145|Delivery|boxes"_s,
+                     u"2/5/2024|1300|Fuel|10.000|$31.00||30.00 MPG|||half tank, \"quick\" stop"_s,
+                     u"2/6/2024|1350|Oil Change, Oil Filter|||$59.95||||synthetic"_s,
+                     u"2/7/2024|1400|Parking|||$8.00||||airport"_s,
+                     u"2/8/2024|1450|Rotate Tires|||$20.00||||"_s,
+                     u"2/10/2024|1600|Fuel|12.000|$36.00||50.00 MPG|||"_s,
                  }));
         QCOMPARE(dialog.warningsView()->toPlainText(), u"acar.csv line 15: no odometer reading"_s);
         QVERIFY(dialog.importButton()->isEnabled());
@@ -113,7 +115,7 @@ private slots:
         dialog.dateOrderBox()->setFocus();
         QTest::keyClick(dialog.dateOrderBox(), Qt::Key_Down);
         QCOMPARE(dialog.dateOrderBox()->currentText(), u"M/d/yyyy"_s);
-        QCOMPARE(tableRows(dialog.previewTable()).constLast().left(10), u"10/02/2024"_s);
+        QCOMPARE(tableRows(dialog.previewTable()).constLast().left(9), u"10/2/2024"_s);
         QCOMPARE(dialog.vehicleBox()->currentText(), u"Civic"_s);
         QTest::keyClick(dialog.dateOrderBox(), Qt::Key_Up);
 
@@ -128,11 +130,14 @@ private slots:
         QCOMPARE(s.session.entries().size(), size_t(7));
         QCOMPARE(s.session.entries()[1].contact, u"Acme Ltd"_s);
         QCOMPARE(s.session.scan().lastOdometer, 1600.0);
-        // The main screen's reminders now know the oil change at 1350.
+        // The main screen's reminders now count from the imported oil change.
         QStringList reminders;
         for (const ReminderListLine &line : s.session.reminders())
             reminders.append(line.text);
-        QVERIFY2(reminders.join(u'\n').contains(u"Oil Change"_s), qPrintable(reminders.join(u'\n')));
+        // 299 days since February 6 and 297 since February 8, against 180-day intervals.
+        QCOMPARE(reminders,
+                 QStringList({ u"Tire rotate OVERDUE by: 117  days"_s, u"Oil change OVERDUE by: 119  days"_s,
+                               u"Last Backup: Unknown"_s }));
     }
 
     void fuellyFromHistoryTwice()
@@ -168,8 +173,9 @@ private slots:
             });
             history.importFromApp(s.chooser);
             // A second import of the same files has nothing to add.
-            QCOMPARE(summary, round == 0 ? u"5 entries to add to My Car; 0 already in the log; 2 rows skipped."_s
-                                         : u"0 entries to add to My Car; 5 already in the log; 2 rows skipped."_s);
+            QCOMPARE(summary,
+                     round == 0 ? u"5 entries to add to My Car; 0 already in the log; 2 rows skipped."_s
+                                : u"0 entries to add to My Car; 5 already in the log; 2 rows skipped."_s);
             QCOMPARE(canImport, round == 0);
             QCOMPARE(history.model()->rowCount(), 5);
         }
@@ -181,9 +187,10 @@ private slots:
         PeerImportDialog dialog(s.session, s.chooser, s.reporter);
         s.chooser.enqueue(sample(u"fuelly/expected.json"_s));
         dialog.addFile();
-        QCOMPARE(dialog.recognisedLabel()->text(),
-                 u"expected.json is not an export of Fuelly, Fuelio, LubeLogger, Spritmonitor, Road Trip MPG, "
-                 "Drivvo or aCar."_s);
+        QCOMPARE(
+            dialog.recognisedLabel()->text(),
+            u"expected.json is not an export of Fuelly, Fuelio, LubeLogger, Spritmonitor, Road Trip MPG, "
+            "Drivvo or aCar."_s);
         QVERIFY(!dialog.importButton()->isEnabled());
         QVERIFY(dialog.summaryLabel()->text().isEmpty());
         // Clear starts over.

@@ -12,8 +12,8 @@ namespace {
 
 const QStringList &sectionTitles()
 {
-    static const QStringList titles = { u"metadata"_s, u"vehicles"_s, u"fill-up records"_s, u"event records"_s,
-                                        u"trip records"_s };
+    static const QStringList titles
+        = { u"metadata"_s, u"vehicles"_s, u"fill-up records"_s, u"event records"_s, u"trip records"_s };
     return titles;
 }
 
@@ -120,7 +120,8 @@ int ACarImporter::detect(const QString &, const QByteArray &head) const
     return metadata ? 50 : 0;
 }
 
-PeerImportResult ACarImporter::read(const std::vector<PeerFile> &files, const PeerImportOptions &options) const
+PeerImportResult ACarImporter::read(const std::vector<PeerFile> &files,
+                                    const PeerImportOptions &options) const
 {
     PeerImportResult result;
     int shownDistance = -1;
@@ -173,8 +174,8 @@ PeerImportResult ACarImporter::read(const std::vector<PeerFile> &files, const Pe
         }
         if (!vehicle.isEmpty() && !names.isEmpty() && !names.contains(vehicle)) {
             result.vehicleNeeded = true;
-            result.error = u"%1 has no vehicle \"%2\"; it holds %3."_s.arg(file.name, vehicle,
-                                                                          names.join(u", "_s));
+            result.error
+                = u"%1 has no vehicle \"%2\"; it holds %3."_s.arg(file.name, vehicle, names.join(u", "_s));
             return result;
         }
         const auto [vehicleDistance, vehicleLiquid] = units.value(vehicle, { -1, -1 });
@@ -191,8 +192,8 @@ PeerImportResult ACarImporter::read(const std::vector<PeerFile> &files, const Pe
         if (order == DateOrder::Auto) {
             const Section &meta = sections[u"metadata"_s];
             if (!meta.rows.empty())
-                order = declaredOrder(field(meta.rows.front()->fields,
-                                            Columns(meta.header).find({ u"Date Format"_s })));
+                order = declaredOrder(
+                    field(meta.rows.front()->fields, Columns(meta.header).find({ u"Date Format"_s })));
         }
         if (order == DateOrder::Auto) {
             QStringList dates;
@@ -251,8 +252,8 @@ PeerImportResult ACarImporter::read(const std::vector<PeerFile> &files, const Pe
             entry.notes = field(f, c.find({ u"Notes"_s }));
             const QString type = field(f, c.find({ u"Type"_s }));
             const QString subTypes = serviceNames(field(f, c.find({ u"Sub Types"_s })));
-            entry.kind
-                = type.compare(u"Service"_s, Qt::CaseInsensitive) == 0 ? PeerEntry::Service : PeerEntry::Expense;
+            entry.kind = type.compare(u"Service"_s, Qt::CaseInsensitive) == 0 ? PeerEntry::Service
+                                                                              : PeerEntry::Expense;
             entry.name = !subTypes.isEmpty() ? subTypes : serviceName(type.isEmpty() ? u"Service"_s : type);
             if (!entry.date.isValid())
                 skip(result, file.name, entry.line, u"no date"_s);
@@ -298,7 +299,7 @@ PeerImportResult ACarImporter::read(const std::vector<PeerFile> &files, const Pe
             + (shownLiquid == Units::Litres          ? u"litres"_s
                    : shownLiquid == Units::UsGallons ? u"gal"_s
                                                      : u"imp. gal"_s);
-    result.description
-        = describe(vehicle.isEmpty() ? title() : u"%1 (%2)"_s.arg(title(), vehicle), result.entries, unitText);
+    result.description = describe(vehicle.isEmpty() ? title() : u"%1 (%2)"_s.arg(title(), vehicle),
+                                  result.entries, unitText);
     return result;
 }

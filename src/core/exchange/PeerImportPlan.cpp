@@ -10,8 +10,7 @@ using F = DataViewColumns::Field;
 
 PeerImportPlan::PeerImportPlan()
     : m_importers(allPeerImporters())
-{
-}
+{ }
 
 QStringList PeerImportPlan::dateOrderNames()
 {
@@ -78,10 +77,12 @@ QString PeerImportPlan::summary(const QString &vehicleName) const
     if (failed())
         return QString();
     const int skipped = m_run.result.skipped + m_merged.unusable;
-    return u"%1 entries to add to %2; %3 already in the log; %4 rows skipped."_s.arg(m_merged.added)
+    return u"%1 %2 to add to %3; %4 already in the log; %5 %6 skipped."_s.arg(m_merged.added)
+        .arg(m_merged.added == 1 ? u"entry"_s : u"entries"_s)
         .arg(vehicleName)
         .arg(m_merged.duplicates)
-        .arg(skipped);
+        .arg(skipped)
+        .arg(skipped == 1 ? u"row"_s : u"rows"_s);
 }
 
 QStringList PeerImportPlan::warnings() const
@@ -91,10 +92,11 @@ QStringList PeerImportPlan::warnings() const
 
 QList<DataViewColumns::Column> PeerImportPlan::previewColumns()
 {
-    return { { u"Date"_s, 80, F::Date },       { u"Odometer"_s, 70, F::Mileage }, { u"Entry"_s, 110, F::TypeText },
-             { u"Quantity"_s, 60, F::Quantity }, { u"Total"_s, 60, F::Total },      { u"Cost"_s, 60, F::Cost },
-             { u"Economy"_s, 60, F::Economy },   { u"End"_s, 60, F::EndMileage },   { u"Purpose"_s, 80, F::Purpose },
-             { u"Note"_s, 100, F::Note } };
+    return { { u"Date"_s, 80, F::Date },       { u"Odometer"_s, 70, F::Mileage },
+             { u"Entry"_s, 110, F::TypeText }, { u"Quantity"_s, 60, F::Quantity },
+             { u"Total"_s, 60, F::Total },     { u"Cost"_s, 60, F::Cost },
+             { u"Economy"_s, 60, F::Economy }, { u"End"_s, 60, F::EndMileage },
+             { u"Purpose"_s, 80, F::Purpose }, { u"Note"_s, 100, F::Note } };
 }
 
 QList<QStringList> PeerImportPlan::previewRows(const LocaleFormats &locale, int limit) const
@@ -127,8 +129,8 @@ bool PeerImportPlan::apply(VehicleSession &session, Reporter &reporter,
     // The History screen saves its changes straight to the file: start from the file.
     session.reopen();
     if (!session.logLoaded()) {
-        reporter.error(u"The log of %1 could not be read; nothing was imported."_s.arg(
-            session.currentVehicleName()));
+        reporter.error(
+            u"The log of %1 could not be read; nothing was imported."_s.arg(session.currentVehicleName()));
         return false;
     }
     // The files may have changed since the preview: what is saved is what they hold now.

@@ -37,6 +37,7 @@ public:
     const QStringList &files() const { return m_files; }
     void setDateOrder(PeerText::DateOrder order) { m_options.dateOrder = order; }
     void setSourceVehicle(const QString &name) { m_options.sourceVehicle = name; }
+    QString sourceVehicle() const { return m_options.sourceVehicle; }
 
     // Reads the files again and merges their entries into the log given; nothing is saved.
     void refresh(const EntryList &log, const PeerTarget &target);
@@ -47,7 +48,8 @@ public:
     // The vehicles of a file that holds several (the screen offers them), else empty.
     QStringList vehicles() const;
     bool vehicleNeeded() const { return m_run.result.vehicleNeeded; }
-    // "7 entries to add to Civic; 2 already in the log; 1 row skipped."
+    // "7 entries to add to Civic; 2 already in the log; 1 row skipped."; empty when nothing can
+    // be imported.
     QString summary(const QString &vehicleName) const;
     // The rows skipped and why, one a line.
     QStringList warnings() const;

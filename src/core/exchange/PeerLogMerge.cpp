@@ -72,8 +72,8 @@ CVCItem toRecord(const PeerEntry &entry, const PeerTarget &target)
         values.arriveDate = entry.arrival.isValid() ? entry.arrival : entry.date;
         values.arriveTime = values.arriveDate;
         values.departOdometer = item.odometer;
-        values.arriveOdometer = qMax(item.odometer,
-                                     convertDistance(entry.endOdometer, entry.distanceUnit, target.distanceUnit));
+        values.arriveOdometer = qMax(
+            item.odometer, convertDistance(entry.endOdometer, entry.distanceUnit, target.distanceUnit));
         values.purpose = entry.purpose.isEmpty() ? TripForm::selectText() : entry.purpose;
         values.contact = entry.contact.isEmpty() ? TripForm::noneText() : entry.contact;
         values.destination = entry.destination.isEmpty() ? TripForm::selectText()

@@ -30,7 +30,8 @@ struct PeerMergeResult
 namespace PeerLogMerge {
 
 // One record: units converted to the vehicle's, the fuel form's unit text, the maintenance
-// form's icon for a reminder name, a trip as the trip form saves it. Economy is left 0 for merge() to work out.
+// form's icon for a reminder name, a trip as the trip form saves it. Economy is left 0 for merge() to work
+// out.
 CVCItem toRecord(const PeerEntry &entry, const PeerTarget &target);
 
 // Inserts the records by odometer (after every entry of the log at or below their reading).

@@ -55,7 +55,7 @@ void PeerImportDialog::buildControls()
     auto *filesLabel = new QLabel(u"&Files"_s);
     m_files = new QListWidget;
     m_files->setObjectName(u"files"_s);
-    m_files->setMaximumHeight(3 * TouchHeight);
+    m_files->setMaximumHeight(2 * TouchHeight + 8);
     filesLabel->setBuddy(m_files);
     m_add = button(u"&Add File…"_s);
     m_clear = button(u"C&lear"_s);
@@ -185,12 +185,12 @@ void PeerImportDialog::refresh()
 
     // The vehicle picker appears for a file of several vehicles and keeps the choice made.
     const QStringList vehicles = m_plan.vehicles();
-    const QString chosen = m_vehicle->currentIndex() > 0 ? m_vehicle->currentText() : QString();
     m_vehicle->clear();
     if (!vehicles.isEmpty()) {
         m_vehicle->addItem(PeerImportPlan::chooseVehicleText());
         m_vehicle->addItems(vehicles);
-        m_vehicle->setCurrentIndex(qMax(0, m_vehicle->findText(chosen)));
+        const QString chosen = m_plan.sourceVehicle();
+        m_vehicle->setCurrentIndex(chosen.isEmpty() ? 0 : qMax(0, m_vehicle->findText(chosen)));
     }
     m_vehicle->setVisible(!vehicles.isEmpty());
     m_vehicleLabel->setVisible(!vehicles.isEmpty());
@@ -214,7 +214,8 @@ void PeerImportDialog::runImport()
     if (!m_plan.canImport() || m_busy)
         return;
     m_busy = true;
-    for (QWidget *w : std::initializer_list<QWidget *> { m_add, m_clear, m_vehicle, m_dateOrder, m_import, m_close })
+    for (QWidget *w :
+         std::initializer_list<QWidget *> { m_add, m_clear, m_vehicle, m_dateOrder, m_import, m_close })
         w->setEnabled(false);
     m_progress->setVisible(true);
     const bool ok = m_plan.apply(m_session, m_reporter, [this](int step, int steps) {

@@ -240,7 +240,8 @@ void TestPeerImport::visitKeptAndDetected()
 
     // A file of two vehicles asks for one; the dates follow the user's order over the file's.
     PeerImportOptions options;
-    PeerImportRun acar = PeerImportFiles::read(importers, { dataPath(u"acar/acar.csv"_s) }, u"acar"_s, options);
+    PeerImportRun acar
+        = PeerImportFiles::read(importers, { dataPath(u"acar/acar.csv"_s) }, u"acar"_s, options);
     QCOMPARE(acar.result.error, u"acar.csv holds 2 vehicles (Civic, Miata); choose one."_s);
     QCOMPARE(acar.result.vehicles, QStringList({ u"Civic"_s, u"Miata"_s }));
     options.sourceVehicle = u"Miata"_s;
