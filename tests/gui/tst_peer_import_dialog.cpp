@@ -93,7 +93,7 @@ private slots:
         QTest::keyClick(dialog.vehicleBox(), Qt::Key_Down);
         QCOMPARE(dialog.vehicleBox()->currentText(), u"Civic"_s);
         QCOMPARE(dialog.recognisedLabel()->text(),
-                 u"aCar export (Civic): 3 fill-ups, 2 services, 1 costs, 1 trips, units mi / gal"_s);
+                 u"aCar export (Civic): 3 fill-ups, 2 services, 1 cost, 1 trip, units mi / gal"_s);
         QCOMPARE(dialog.summaryLabel()->text(),
                  u"7 entries to add to My Car; 0 already in the log; 1 row skipped."_s);
         // Date, Odometer, Entry, Quantity, Total, Cost, Economy, End, Purpose, Note.

@@ -167,9 +167,8 @@ PeerImportResult ACarImporter::read(const std::vector<PeerFile> &files,
             vehicle = names.first();
         if (vehicle.isEmpty() && names.size() > 1) {
             result.vehicleNeeded = true;
-            result.error = u"%1 holds %2 vehicles (%3); choose one."_s.arg(file.name)
-                               .arg(names.size())
-                               .arg(names.join(u", "_s));
+            result.error = u"%1 holds %2 vehicles (%3); choose one."_s.arg(
+                file.name, QString::number(names.size()), names.join(u", "_s));
             return result;
         }
         if (!vehicle.isEmpty() && !names.isEmpty() && !names.contains(vehicle)) {

@@ -77,12 +77,10 @@ QString PeerImportPlan::summary(const QString &vehicleName) const
     if (failed())
         return QString();
     const int skipped = m_run.result.skipped + m_merged.unusable;
-    return u"%1 %2 to add to %3; %4 already in the log; %5 %6 skipped."_s.arg(m_merged.added)
-        .arg(m_merged.added == 1 ? u"entry"_s : u"entries"_s)
-        .arg(vehicleName)
-        .arg(m_merged.duplicates)
-        .arg(skipped)
-        .arg(skipped == 1 ? u"row"_s : u"rows"_s);
+    // One pass over the text, so a "%1" in a vehicle's name stays as it is.
+    return u"%1 %2 to add to %3; %4 already in the log; %5 %6 skipped."_s.arg(
+        QString::number(m_merged.added), m_merged.added == 1 ? u"entry"_s : u"entries"_s, vehicleName,
+        QString::number(m_merged.duplicates), QString::number(skipped), skipped == 1 ? u"row"_s : u"rows"_s);
 }
 
 QStringList PeerImportPlan::warnings() const
@@ -153,8 +151,7 @@ bool PeerImportPlan::apply(VehicleSession &session, Reporter &reporter,
 
 QString PeerImportPlan::doneText(const QString &vehicleName) const
 {
-    return u"Added %1 entries to %2; skipped %3 as duplicates, %4 as unusable."_s.arg(m_merged.added)
-        .arg(vehicleName)
-        .arg(m_merged.duplicates)
-        .arg(m_run.result.skipped + m_merged.unusable);
+    return u"Added %1 %2 to %3; skipped %4 as duplicates, %5 as unusable."_s.arg(
+        QString::number(m_merged.added), m_merged.added == 1 ? u"entry"_s : u"entries"_s, vehicleName,
+        QString::number(m_merged.duplicates), QString::number(m_run.result.skipped + m_merged.unusable));
 }

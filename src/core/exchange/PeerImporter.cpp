@@ -27,9 +27,16 @@ QString PeerImporter::describe(const QString &title, const std::vector<PeerEntry
         else
             ++costs;
     }
-    QString text = u"%1: %2 fill-ups, %3 services, %4 costs"_s.arg(title).arg(fills).arg(services).arg(costs);
-    if (trips > 0)
-        text += u", %1 trips"_s.arg(trips);
+    // Only the kinds the file has, as "1 service" or "2 services"; "no entries" for none.
+    QStringList counts;
+    const std::pair<int, const char16_t *> kinds[]
+        = { { fills, u"fill-up" }, { services, u"service" }, { costs, u"cost" }, { trips, u"trip" } };
+    for (const auto &[count, word] : kinds) {
+        if (count > 0)
+            counts.append(
+                u"%1 %2%3"_s.arg(count).arg(QString::fromUtf16(word)).arg(count == 1 ? u""_s : u"s"_s));
+    }
+    QString text = title + u": "_s + (counts.isEmpty() ? u"no entries"_s : counts.join(u", "_s));
     if (!units.isEmpty())
         text += u", units "_s + units;
     return text;

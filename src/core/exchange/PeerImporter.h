@@ -52,7 +52,7 @@ struct PeerImportOptions
 // could not use ("line 7: no odometer").
 struct PeerImportResult
 {
-    QString description; // "Fuelly export: 3 fill-ups, 2 services, units mi / gal"
+    QString description; // "Fuelly export: 3 fill-ups, 2 services, 1 cost, units mi / gal"
     std::vector<PeerEntry> entries;
     QStringList warnings;
     QString error; // the whole file could not be read
@@ -77,7 +77,7 @@ public:
                                   const PeerImportOptions &options) const = 0;
 
 protected:
-    // "<title>: 3 fill-ups, 2 services, 1 costs[, 4 trips][, units mi / gal]".
+    // "<title>: 3 fill-ups, 1 service, 2 trips[, units mi / gal]": the kinds present, or "no entries".
     static QString describe(const QString &title, const std::vector<PeerEntry> &entries,
                             const QString &units);
     static void skip(PeerImportResult &result, const QString &file, int line, const QString &reason);
