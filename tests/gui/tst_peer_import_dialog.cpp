@@ -93,9 +93,9 @@ private slots:
         QTest::keyClick(dialog.vehicleBox(), Qt::Key_Down);
         QCOMPARE(dialog.vehicleBox()->currentText(), u"Civic"_s);
         QCOMPARE(dialog.recognisedLabel()->text(),
-                 u"aCar export (Civic): 3 fill-ups, 2 services, 1 cost, 1 trip, units mi / gal"_s);
+                 u"aCar export (Civic): 3 fill-ups, 3 services, 1 cost, 1 trip, units mi / gal"_s);
         QCOMPARE(dialog.summaryLabel()->text(),
-                 u"7 entries to add to My Car; 0 already in the log; 1 row skipped."_s);
+                 u"8 entries to add to My Car; 0 already in the log; 1 row skipped."_s);
         // Date, Odometer, Entry, Quantity, Total, Cost, Economy, End, Purpose, Note.
         QCOMPARE(tableRows(dialog.previewTable()),
                  QStringList({
@@ -105,6 +105,7 @@ private slots:
                      u"2/6/2024|1350|Oil Change, Oil Filter|||$59.95||||synthetic"_s,
                      u"2/7/2024|1400|Parking|||$8.00||||airport"_s,
                      u"2/8/2024|1450|Rotate Tires|||$20.00||||"_s,
+                     u"2/8/2024|1450|Coolant Flush|||$0.00||||"_s,
                      u"2/10/2024|1600|Fuel|12.000|$36.00||50.00 MPG|||"_s,
                  }));
         QCOMPARE(dialog.warningsView()->toPlainText(), u"acar.csv line 15: no odometer reading"_s);
@@ -126,8 +127,8 @@ private slots:
         QCOMPARE(steps, QStringList({ u"0/3"_s, u"1/3"_s, u"2/3"_s, u"3/3"_s }));
         QVERIFY(dialog.imported());
         QCOMPARE(s.reporter.texts(),
-                 QStringList { u"Added 7 entries to My Car; skipped 0 as duplicates, 1 as unusable."_s });
-        QCOMPARE(s.session.entries().size(), size_t(7));
+                 QStringList { u"Added 8 entries to My Car; skipped 0 as duplicates, 1 as unusable."_s });
+        QCOMPARE(s.session.entries().size(), size_t(8));
         QCOMPARE(s.session.entries()[1].contact, u"Acme Ltd"_s);
         QCOMPARE(s.session.scan().lastOdometer, 1600.0);
         // The main screen's reminders now count from the imported oil change.

@@ -259,7 +259,7 @@ PeerImportResult ACarImporter::read(const std::vector<PeerFile> &files,
             else if (!(entry.odometer >= 1.0))
                 skip(result, file.name, entry.line, u"no odometer reading"_s);
             else
-                result.entries.push_back(entry);
+                add(result, entry);
         }
 
         const Columns tripColumns(trips.header);

@@ -114,7 +114,7 @@ PeerImportResult FuellyImporter::read(const std::vector<PeerFile> &files, const 
                 skip(result, file->name, row.line, u"no odometer reading"_s);
                 continue;
             }
-            result.entries.push_back(entry);
+            add(result, entry);
         }
     }
     QString unitText;

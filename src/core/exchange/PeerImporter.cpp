@@ -48,6 +48,30 @@ void PeerImporter::skip(PeerImportResult &result, const QString &file, int line,
     ++result.skipped;
 }
 
+void PeerImporter::add(PeerImportResult &result, const PeerEntry &entry)
+{
+    static const QStringList reminders
+        = { u"Oil Change"_s, u"Coolant Flush"_s, u"Transmission Service"_s, u"Tune-Up"_s, u"Rotate Tires"_s };
+    const QStringList names = entry.name.split(u", "_s);
+    QStringList own;
+    QStringList others;
+    for (const QString &name : names)
+        (reminders.contains(name) ? own : others).append(name);
+    if (entry.kind != PeerEntry::Service || own.size() < 2) {
+        result.entries.push_back(entry);
+        return;
+    }
+    PeerEntry first = entry;
+    first.name = (QStringList(own.first()) + others).join(u", "_s);
+    result.entries.push_back(first);
+    for (qsizetype i = 1; i < own.size(); ++i) {
+        PeerEntry more = entry;
+        more.name = own.at(i);
+        more.total = 0.0;
+        result.entries.push_back(more);
+    }
+}
+
 std::vector<std::unique_ptr<PeerImporter>> allPeerImporters()
 {
     std::vector<std::unique_ptr<PeerImporter>> importers;

@@ -81,6 +81,10 @@ protected:
     static QString describe(const QString &title, const std::vector<PeerEntry> &entries,
                             const QString &units);
     static void skip(PeerImportResult &result, const QString &file, int line, const QString &reason);
+    // Adds an entry. A service that names several reminders ("Oil Change, Rotate Tires, Wipers")
+    // becomes one entry per reminder, since a reminder only counts from entries whose name starts
+    // with its own: the first keeps the cost and the other names, the others cost nothing.
+    static void add(PeerImportResult &result, const PeerEntry &entry);
 };
 
 // Every importer, in the order auto-detection asks them.

@@ -187,13 +187,14 @@ QString serviceName(const QString &name)
 QString serviceNames(const QString &list)
 {
     QStringList names;
+    qsizetype mapped = 0; // the reminders' names lead, in the list's order
     for (const QString &slug : list.split(u',', Qt::SkipEmptyParts)) {
         const QString words = slugWords(slug);
         const QString name = serviceName(words);
         if (name.isEmpty() || names.contains(name))
             continue;
         if (name != words)
-            names.prepend(name);
+            names.insert(mapped++, name);
         else
             names.append(name);
     }
