@@ -17,8 +17,10 @@ int ImportAppCommand::run(const QStringList &arguments, CliEnvironment &env)
     QCommandLineParser parser;
     const QCommandLineOption from(u"from"_s, u"The app that wrote the files (auto)."_s, u"APP"_s, u"auto"_s);
     const QCommandLineOption dateOrder(u"date-order"_s, u"Day and month order of the dates."_s, u"ORDER"_s);
+    const QCommandLineOption source(u"source-vehicle"_s, u"The vehicle to take from a file of several."_s,
+                                    u"NAME"_s);
     const QCommandLineOption dryRun(u"dry-run"_s, u"Show what would be imported; write nothing."_s);
-    parser.addOptions({ from, dateOrder, dryRun, CliSupport::jsonOption() });
+    parser.addOptions({ from, dateOrder, source, dryRun, CliSupport::jsonOption() });
     const QString usage = synopsis();
     if (!CliSupport::parse(parser, name(), arguments, 256, usage, env))
         return 2;
@@ -36,11 +38,18 @@ int ImportAppCommand::run(const QStringList &arguments, CliEnvironment &env)
         env.err << u"Unknown date order \"%1\": use mdy, dmy or ymd."_s.arg(parser.value(dateOrder)) << u'\n';
         return 2;
     }
+    options.sourceVehicle = parser.value(source);
 
     const auto importers = allPeerImporters();
     const PeerImportRun run = PeerImportFiles::read(importers, files, parser.value(from), options);
     if (!run.result.error.isEmpty()) {
         env.err << run.result.error << u'\n';
+        // The vehicles to choose from, one a line.
+        if (run.result.vehicleNeeded) {
+            for (const QString &name : run.result.vehicles)
+                env.err << u"  "_s << name << u'\n';
+            env.err << u"Name one with --source-vehicle NAME.\n"_s;
+        }
         return 1;
     }
 
@@ -65,6 +74,7 @@ int ImportAppCommand::run(const QStringList &arguments, CliEnvironment &env)
     target.liquidUnit = session->vehicle().liquidUnit;
     target.economyUnit = session->vehicle().economyUnit;
     target.startOdometer = session->vehicle().startOdometer;
+    target.costPerMile = session->vehicle().costPerMile;
     PeerMergeResult merged = PeerLogMerge::merge(session->entries(), run.result.entries, target);
     const int added = merged.added;
     if (!dry && added > 0 && !session->replaceEntries(std::move(merged.entries)))

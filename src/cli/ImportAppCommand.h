@@ -2,7 +2,8 @@
 
 #include "Command.h"
 
-// tarvane-cli import-app FILE... [VEHICLE] [--from APP] [--date-order ORDER] [--dry-run] [--json]:
+// tarvane-cli import-app FILE... [VEHICLE] [--from APP] [--date-order ORDER] [--source-vehicle NAME]
+// [--dry-run] [--json]:
 // brings another vehicle-log app's exported history into a vehicle's log.
 class ImportAppCommand : public Command
 {
@@ -10,10 +11,11 @@ public:
     QString name() const override { return QStringLiteral("import-app"); }
     QString synopsis() const override
     {
-        return QStringLiteral("FILE... [VEHICLE] [--from "
-                              "auto|fuelly|fuelio|lubelogger|spritmonitor|roadtrip|drivvo] [--date-order "
-                              "mdy|dmy|ymd] "
-                              "[--dry-run] [--json]");
+        return QStringLiteral(
+            "FILE... [VEHICLE] [--from "
+            "auto|fuelly|fuelio|lubelogger|spritmonitor|roadtrip|drivvo|acar] [--date-order "
+            "mdy|dmy|ymd] [--source-vehicle NAME] "
+            "[--dry-run] [--json]");
     }
     QString description() const override
     {

@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString Recognised = u"Fuelly export: 3 fill-ups, 1 services, 1 costs, units mi / gal\n"_s;
+const QString Recognised = u"Fuelly export: 3 fill-ups, 1 service, 1 cost, units mi / gal\n"_s;
 const QString Warnings
     = u"  fuelups.csv line 5: no fuel quantity\n  services.csv line 4: no odometer reading\n"_s;
 
@@ -80,7 +80,7 @@ void TestCliImportApp::dryRunThenImportTwice()
     "app": "fuelly",
     "dryRun": false,
     "duplicates": 5,
-    "recognised": "Fuelly export: 3 fill-ups, 1 services, 1 costs, units mi / gal",
+    "recognised": "Fuelly export: 3 fill-ups, 1 service, 1 cost, units mi / gal",
     "unusable": 2,
     "vehicle": "My Car",
     "warnings": [
@@ -119,6 +119,18 @@ void TestCliImportApp::badCalls()
     QCOMPARE(result.exitCode, 1);
     QVERIFY2(result.err.startsWith(u"Cannot read "_s + m_root->filePath(u"missing.csv"_s)),
              qPrintable(result.err));
+
+    // An aCar file of two vehicles lists them until one is named.
+    const QString acar = QStringLiteral(TARVANE_TEST_DATA "/import/acar/acar.csv");
+    result = m_runner->run({ u"import-app"_s, acar, u"--dry-run"_s });
+    QCOMPARE(result.exitCode, 1);
+    QCOMPARE(result.err,
+             u"acar.csv holds 2 vehicles (Civic, Miata); choose one.\n  Civic\n  Miata\n"
+             "Name one with --source-vehicle NAME.\n"_s);
+    result = m_runner->run({ u"import-app"_s, acar, u"--source-vehicle"_s, u"Miata"_s, u"--dry-run"_s });
+    QCOMPARE(result.out,
+             u"aCar export (Miata): 1 fill-up, 1 trip, units mi / gal\n"
+             "Would add 2 entries to My Car; skipped 0 as duplicates, 0 as unusable.\n"_s);
 }
 
 QTEST_GUILESS_MAIN(TestCliImportApp)

@@ -29,22 +29,6 @@ Units2 unitsOf(const Columns &columns)
     return units;
 }
 
-QString serviceNames(const QString &types)
-{
-    QStringList names;
-    for (const QString &slug : types.split(u',', Qt::SkipEmptyParts)) {
-        const QString name = serviceName(slugWords(slug));
-        if (name.isEmpty() || names.contains(name))
-            continue;
-        // A reminder's name leads, so the reminders recognise the entry.
-        if (name != slugWords(slug))
-            names.prepend(name);
-        else
-            names.append(name);
-    }
-    return names.join(u", "_s);
-}
-
 } // namespace
 
 int FuellyImporter::detect(const QString &, const QByteArray &head) const
@@ -130,7 +114,7 @@ PeerImportResult FuellyImporter::read(const std::vector<PeerFile> &files, const 
                 skip(result, file->name, row.line, u"no odometer reading"_s);
                 continue;
             }
-            result.entries.push_back(entry);
+            add(result, entry);
         }
     }
     QString unitText;

@@ -27,6 +27,7 @@ PeerImportRun read(const std::vector<std::unique_ptr<PeerImporter>> &importers, 
     if (from.isEmpty() || from == u"auto"_s) {
         run.importer = detectPeerImporter(importers, files.front());
         if (!run.importer) {
+            run.unrecognised = true;
             run.result.error
                 = u"%1: not an export of a known app; name it with --from."_s.arg(files.front().name);
             return run;

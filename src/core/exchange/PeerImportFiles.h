@@ -10,6 +10,7 @@ struct PeerImportRun
 {
     const PeerImporter *importer = nullptr;
     PeerImportResult result;
+    bool unrecognised = false; // no importer knows the first file
 };
 
 namespace PeerImportFiles {

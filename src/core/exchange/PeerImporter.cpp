@@ -1,5 +1,6 @@
 #include "PeerImporter.h"
 
+#include "ACarImporter.h"
 #include "DrivvoImporter.h"
 #include "FuelioImporter.h"
 #include "FuellyImporter.h"
@@ -15,15 +16,27 @@ QString PeerImporter::describe(const QString &title, const std::vector<PeerEntry
     int fills = 0;
     int services = 0;
     int costs = 0;
+    int trips = 0;
     for (const PeerEntry &entry : entries) {
         if (entry.kind == PeerEntry::FillUp)
             ++fills;
         else if (entry.kind == PeerEntry::Service)
             ++services;
+        else if (entry.kind == PeerEntry::Trip)
+            ++trips;
         else
             ++costs;
     }
-    QString text = u"%1: %2 fill-ups, %3 services, %4 costs"_s.arg(title).arg(fills).arg(services).arg(costs);
+    // Only the kinds the file has, as "1 service" or "2 services"; "no entries" for none.
+    QStringList counts;
+    const std::pair<int, const char16_t *> kinds[]
+        = { { fills, u"fill-up" }, { services, u"service" }, { costs, u"cost" }, { trips, u"trip" } };
+    for (const auto &[count, word] : kinds) {
+        if (count > 0)
+            counts.append(
+                u"%1 %2%3"_s.arg(count).arg(QString::fromUtf16(word)).arg(count == 1 ? u""_s : u"s"_s));
+    }
+    QString text = title + u": "_s + (counts.isEmpty() ? u"no entries"_s : counts.join(u", "_s));
     if (!units.isEmpty())
         text += u", units "_s + units;
     return text;
@@ -35,6 +48,30 @@ void PeerImporter::skip(PeerImportResult &result, const QString &file, int line,
     ++result.skipped;
 }
 
+void PeerImporter::add(PeerImportResult &result, const PeerEntry &entry)
+{
+    static const QStringList reminders
+        = { u"Oil Change"_s, u"Coolant Flush"_s, u"Transmission Service"_s, u"Tune-Up"_s, u"Rotate Tires"_s };
+    const QStringList names = entry.name.split(u", "_s);
+    QStringList own;
+    QStringList others;
+    for (const QString &name : names)
+        (reminders.contains(name) ? own : others).append(name);
+    if (entry.kind != PeerEntry::Service || own.size() < 2) {
+        result.entries.push_back(entry);
+        return;
+    }
+    PeerEntry first = entry;
+    first.name = (QStringList(own.first()) + others).join(u", "_s);
+    result.entries.push_back(first);
+    for (qsizetype i = 1; i < own.size(); ++i) {
+        PeerEntry more = entry;
+        more.name = own.at(i);
+        more.total = 0.0;
+        result.entries.push_back(more);
+    }
+}
+
 std::vector<std::unique_ptr<PeerImporter>> allPeerImporters()
 {
     std::vector<std::unique_ptr<PeerImporter>> importers;
@@ -44,6 +81,7 @@ std::vector<std::unique_ptr<PeerImporter>> allPeerImporters()
     importers.push_back(std::make_unique<SpritmonitorImporter>());
     importers.push_back(std::make_unique<RoadTripImporter>());
     importers.push_back(std::make_unique<DrivvoImporter>());
+    importers.push_back(std::make_unique<ACarImporter>());
     return importers;
 }
 

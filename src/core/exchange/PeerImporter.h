@@ -13,7 +13,7 @@
 // One entry of another app's file, in that file's own units, before it becomes a log record.
 struct PeerEntry
 {
-    enum Kind { FillUp, Service, Expense };
+    enum Kind { FillUp, Service, Expense, Trip };
     Kind kind = FillUp;
     int line = 0; // where the row starts in its file
     QDateTime date; // local time
@@ -27,6 +27,12 @@ struct PeerEntry
     QString name; // the service or expense
     QString notes;
     QString station;
+    // Trips: the arrival, where to and why; odometer and date are the departure's.
+    double endOdometer = 0.0;
+    QDateTime arrival;
+    QString purpose;
+    QString contact;
+    QString destination;
 };
 
 struct PeerFile
@@ -38,17 +44,23 @@ struct PeerFile
 struct PeerImportOptions
 {
     PeerText::DateOrder dateOrder = PeerText::DateOrder::Auto;
+    // The vehicle to take from a file that holds several; empty takes the only one.
+    QString sourceVehicle;
 };
 
 // What an importer found: the entries, the units it saw, a one-line description and the rows it
 // could not use ("line 7: no odometer").
 struct PeerImportResult
 {
-    QString description; // "Fuelly export: 3 fill-ups, 2 services, units mi / gal"
+    QString description; // "Fuelly export: 3 fill-ups, 2 services, 1 cost, units mi / gal"
     std::vector<PeerEntry> entries;
     QStringList warnings;
     QString error; // the whole file could not be read
     int skipped = 0;
+    // The vehicles named in a file that holds several; with more than one and none chosen the
+    // result is an error that asks for one.
+    QStringList vehicles;
+    bool vehicleNeeded = false; // the error asks for one of the vehicles
 };
 
 // The reader of one app's export files.
@@ -65,10 +77,14 @@ public:
                                   const PeerImportOptions &options) const = 0;
 
 protected:
-    // "<title>: 3 fill-ups, 2 services, 1 cost[, units mi / gal]".
+    // "<title>: 3 fill-ups, 1 service, 2 trips[, units mi / gal]": the kinds present, or "no entries".
     static QString describe(const QString &title, const std::vector<PeerEntry> &entries,
                             const QString &units);
     static void skip(PeerImportResult &result, const QString &file, int line, const QString &reason);
+    // Adds an entry. A service that names several reminders ("Oil Change, Rotate Tires, Wipers")
+    // becomes one entry per reminder, since a reminder only counts from entries whose name starts
+    // with its own: the first keeps the cost and the other names, the others cost nothing.
+    static void add(PeerImportResult &result, const PeerEntry &entry);
 };
 
 // Every importer, in the order auto-detection asks them.

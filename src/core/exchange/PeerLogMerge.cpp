@@ -7,6 +7,7 @@
 #include "calc/Units.h"
 #include "forms/EntryFormContext.h"
 #include "forms/MaintenanceForm.h"
+#include "forms/TripForm.h"
 #include "platform/Clock.h"
 
 using namespace Qt::StringLiterals;
@@ -62,6 +63,28 @@ CVCItem toRecord(const PeerEntry &entry, const PeerTarget &target)
         item.unitPrice
             = item.fuelQuantity > 0 ? std::round(item.amount / item.fuelQuantity * 1000.0) / 1000.0 : 0.0;
         item.notFull = entry.partial ? 1 : 0;
+    } else if (entry.kind == PeerEntry::Trip) {
+        // The trip form's record: times to the minute, "Select" and "None" where nothing was
+        // chosen, an open trip when the arrival is not beyond the departure.
+        TripFormValues values;
+        values.departDate = entry.date;
+        values.departTime = entry.date;
+        values.arriveDate = entry.arrival.isValid() ? entry.arrival : entry.date;
+        values.arriveTime = values.arriveDate;
+        values.departOdometer = item.odometer;
+        values.arriveOdometer = qMax(
+            item.odometer, convertDistance(entry.endOdometer, entry.distanceUnit, target.distanceUnit));
+        values.purpose = entry.purpose.isEmpty() ? TripForm::selectText() : entry.purpose;
+        values.contact = entry.contact.isEmpty() ? TripForm::noneText() : entry.contact;
+        values.destination = entry.destination.isEmpty() ? TripForm::selectText()
+                                                         : entry.destination.left(TripForm::ComboTextLimit);
+        values.note = entry.notes.left(TripForm::NoteLimit);
+        values.tolls = item.amount;
+        EntryFormContext context;
+        context.costPerMile = target.costPerMile;
+        TripForm form(context, CVCItem());
+        form.values = values;
+        form.writeRecord(item);
     } else {
         item.entryType = CVCItem::Maintenance;
         item.typeText = entry.name.isEmpty() ? CVCItem::typeName(CVCItem::Maintenance) : entry.name;
@@ -119,6 +142,11 @@ PeerMergeResult merge(const EntryList &log, const std::vector<PeerEntry> &entrie
         isNew.insert(isNew.begin() + qsizetype(at), true);
         isMissed.insert(isMissed.begin() + qsizetype(at), f.missed);
         ++result.added;
+    }
+
+    for (size_t i = 0; i < isNew.size(); ++i) {
+        if (isNew[i])
+            result.addedAt.push_back(i);
     }
 
     double lastFull = 0.0;

@@ -12,11 +12,13 @@ struct PeerTarget
     int liquidUnit = 0;
     int economyUnit = 0;
     double startOdometer = 0.0;
+    double costPerMile = 0.0; // a trip's mileage cost, as the trip form works it out
 };
 
 struct PeerMergeResult
 {
     EntryList entries; // the whole log after the merge
+    std::vector<size_t> addedAt; // where the added entries are in it, in order
     int added = 0;
     int duplicates = 0; // already in the log
     int unusable = 0; // no odometer of at least 1
@@ -28,7 +30,8 @@ struct PeerMergeResult
 namespace PeerLogMerge {
 
 // One record: units converted to the vehicle's, the fuel form's unit text, the maintenance
-// form's icon for a reminder name. Economy is left 0 for merge() to work out.
+// form's icon for a reminder name, a trip as the trip form saves it. Economy is left 0 for merge() to work
+// out.
 CVCItem toRecord(const PeerEntry &entry, const PeerTarget &target);
 
 // Inserts the records by odometer (after every entry of the log at or below their reading).

@@ -2,6 +2,10 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
+#include <utility>
+#include <vector>
+
 using namespace Qt::StringLiterals;
 
 namespace PeerText {
@@ -32,7 +36,7 @@ bool parseNumber(const QString &text, QChar decimalMark, double *value)
         else if (c == u'-' && digits.isEmpty())
             negative = true;
     }
-    if (!digits.contains(QRegularExpression(u"\\d"_s)))
+    if (std::none_of(digits.cbegin(), digits.cend(), [](QChar c) { return c.isDigit(); }))
         return false;
     QChar mark = decimalMark;
     if (mark.isNull()) {
@@ -142,7 +146,8 @@ bool flag(const QString &text)
 
 QString slugWords(const QString &slug)
 {
-    QStringList words = slug.trimmed().split(QRegularExpression(u"[_\\s]+"_s), Qt::SkipEmptyParts);
+    static const QRegularExpression gaps(u"[_\\s]+"_s);
+    QStringList words = slug.trimmed().split(gaps, Qt::SkipEmptyParts);
     for (QString &word : words)
         word[0] = word.at(0).toUpper();
     return words.join(u' ');
@@ -164,11 +169,36 @@ QString serviceName(const QString &name)
         { u"^(tune.?up|spark plugs?)$", u"Tune-Up" },
         { u"^(tire|tyre) rotation$|^rotate (tires|tyres)$", u"Rotate Tires" },
     };
-    for (const Rule &rule : rules) {
-        if (QRegularExpression(QString::fromUtf16(rule.pattern)).match(key).hasMatch())
-            return QString::fromUtf16(rule.name);
+    // Compiled once: every service row of a file asks.
+    static const std::vector<std::pair<QRegularExpression, QString>> compiled = [] {
+        std::vector<std::pair<QRegularExpression, QString>> list;
+        for (const Rule &rule : rules)
+            list.emplace_back(QRegularExpression(QString::fromUtf16(rule.pattern)),
+                              QString::fromUtf16(rule.name));
+        return list;
+    }();
+    for (const auto &[pattern, name] : compiled) {
+        if (pattern.match(key).hasMatch())
+            return name;
     }
     return words;
+}
+
+QString serviceNames(const QString &list)
+{
+    QStringList names;
+    qsizetype mapped = 0; // the reminders' names lead, in the list's order
+    for (const QString &slug : list.split(u',', Qt::SkipEmptyParts)) {
+        const QString words = slugWords(slug);
+        const QString name = serviceName(words);
+        if (name.isEmpty() || names.contains(name))
+            continue;
+        if (name != words)
+            names.insert(mapped++, name);
+        else
+            names.append(name);
+    }
+    return names.join(u", "_s);
 }
 
 Columns::Columns(const QStringList &header)

@@ -34,6 +34,10 @@ bool flag(const QString &text);
 // A service name mapped to the log's reminder names where one matches ("Engine Oil" and
 // "Oil Change" give "Oil Change", "Coolant" "Coolant Flush" ...); other names keep their words.
 QString serviceName(const QString &name);
+// A comma-separated list of services or slugs ("engine_oil,oil_filter", "Engine Oil, Oil Filter")
+// as one name, the reminders' names first so the reminders recognise the entry: "Oil Change, Oil
+// Filter". Repeated names are dropped.
+QString serviceNames(const QString &list);
 // A slug such as "windshield_wipers" as words: "Windshield Wipers".
 QString slugWords(const QString &slug);
 

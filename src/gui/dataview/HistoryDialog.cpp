@@ -26,6 +26,7 @@
 #include "dataview/ListAppearance.h"
 #include "dataview/SummaryReportExport.h"
 #include "exchange/CsvImportDialog.h"
+#include "exchange/PeerImportDialog.h"
 #include "forms/EntryFormRunner.h"
 #include "platform/Reporter.h"
 #include "session/VehicleSession.h"
@@ -191,6 +192,12 @@ void HistoryDialog::importCsv(FileChooser &chooser)
     refill(true);
 }
 
+void HistoryDialog::importFromApp(FileChooser &chooser)
+{
+    if (PeerImportDialog::run(m_session, chooser, m_reporter, this))
+        refill(true);
+}
+
 void HistoryDialog::buildMenu(QMenuBar *bar)
 {
     // The items in their order; the import, export and statistics commands slot in at their marks.
@@ -203,6 +210,10 @@ void HistoryDialog::buildMenu(QMenuBar *bar)
     connect(m_options->addAction(u"Import CSV"_s), &QAction::triggered, this, [this] {
         DialogFileChooser chooser;
         importCsv(chooser);
+    });
+    connect(m_options->addAction(u"Import from another app…"_s), &QAction::triggered, this, [this] {
+        DialogFileChooser chooser;
+        importFromApp(chooser);
     });
     m_exportMenu = new ExportMenu(m_session, m_reporter,
                                   { [this]() -> const EntryList & { return m_log.entries(); },

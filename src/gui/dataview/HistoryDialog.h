@@ -48,6 +48,8 @@ public:
     void reconcile();
     // "Import CSV": the IMPORT screen, then the list refilled from the file.
     void importCsv(FileChooser &chooser);
+    // "Import from another app…": the files of another vehicle-log app, then the list refilled.
+    void importFromApp(FileChooser &chooser);
     void chooseFont();
     void setShadeRows(bool shade);
 

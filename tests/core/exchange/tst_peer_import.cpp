@@ -160,6 +160,8 @@ void TestPeerImport::importers_data()
         << QStringList { u"roadtrip/roadtrip.csv"_s } << u"roadtrip"_s << u"roadtrip/expected.json"_s;
     QTest::newRow("drivvo, mixed fill-up and one visit's two services")
         << QStringList { u"drivvo/drivvo.csv"_s } << u"drivvo"_s << u"drivvo/expected.json"_s;
+    QTest::newRow("acar, one of two vehicles, declared d/M, trips and a short event row")
+        << QStringList { u"acar/acar.csv"_s } << u"acar"_s << u"acar/expected.json"_s;
 }
 
 void TestPeerImport::importers()
@@ -175,13 +177,16 @@ void TestPeerImport::importers()
     vehicle.distanceUnit = target.value(u"distanceUnit"_s).toInt();
     vehicle.liquidUnit = target.value(u"liquidUnit"_s).toInt();
     vehicle.economyUnit = target.value(u"economyUnit"_s).toInt();
+    vehicle.costPerMile = target.value(u"costPerMile"_s).toDouble();
+    PeerImportOptions options;
+    options.sourceVehicle = want.value(u"sourceVehicle"_s).toString();
 
     QStringList paths;
     for (const QString &name : files)
         paths.append(dataPath(name));
     const auto importers = allPeerImporters();
     // Recognised without being named.
-    const PeerImportRun run = PeerImportFiles::read(importers, paths, u"auto"_s, {});
+    const PeerImportRun run = PeerImportFiles::read(importers, paths, u"auto"_s, options);
     QCOMPARE(run.result.error, QString());
     QCOMPARE(run.importer->id(), app);
     QCOMPARE(run.result.description, want.value(u"description"_s).toString());
@@ -218,6 +223,7 @@ void TestPeerImport::importers()
 
 void TestPeerImport::visitKeptAndDetected()
 {
+    const auto importers = allPeerImporters();
     // Two equal services of one visit are both kept, and both absorbed by a second import.
     PeerEntry service;
     service.kind = PeerEntry::Service;
@@ -232,8 +238,19 @@ void TestPeerImport::visitKeptAndDetected()
     QCOMPARE(second.added, 0);
     QCOMPARE(second.duplicates, 2);
 
+    // A file of two vehicles asks for one; the dates follow the user's order over the file's.
+    PeerImportOptions options;
+    PeerImportRun acar
+        = PeerImportFiles::read(importers, { dataPath(u"acar/acar.csv"_s) }, u"acar"_s, options);
+    QCOMPARE(acar.result.error, u"acar.csv holds 2 vehicles (Civic, Miata); choose one."_s);
+    QCOMPARE(acar.result.vehicles, QStringList({ u"Civic"_s, u"Miata"_s }));
+    options.sourceVehicle = u"Miata"_s;
+    options.dateOrder = PeerText::DateOrder::Mdy;
+    acar = PeerImportFiles::read(importers, { dataPath(u"acar/acar.csv"_s) }, u"acar"_s, options);
+    QCOMPARE(acar.result.entries.size(), size_t(2));
+    QCOMPARE(acar.result.entries[0].date, QDateTime(QDate(2024, 9, 2), QTime(8, 0)));
+
     // A file nobody recognises is named as such.
-    const auto importers = allPeerImporters();
     QCOMPARE(detectPeerImporter(importers, { u"x.csv"_s, "a,b\n1,2\n"_ba }), nullptr);
 }
 

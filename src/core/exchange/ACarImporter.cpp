@@ -1,0 +1,304 @@
+#include "ACarImporter.h"
+
+#include <map>
+
+#include "PeerCsvReader.h"
+#include "calc/Units.h"
+
+using namespace Qt::StringLiterals;
+using namespace PeerText;
+
+namespace {
+
+const QStringList &sectionTitles()
+{
+    static const QStringList titles
+        = { u"metadata"_s, u"vehicles"_s, u"fill-up records"_s, u"event records"_s, u"trip records"_s };
+    return titles;
+}
+
+// A section: its header and its rows, in file order.
+struct Section
+{
+    QStringList header;
+    std::vector<const PeerCsvRow *> rows;
+};
+
+std::map<QString, Section> sectionsOf(const std::vector<PeerCsvRow> &rows)
+{
+    std::map<QString, Section> sections;
+    Section *current = nullptr;
+    bool wantHeader = false;
+    for (const PeerCsvRow &row : rows) {
+        const QString title = row.fields.size() == 1 ? Columns::fold(row.fields.first()) : QString();
+        if (sectionTitles().contains(title)) {
+            current = &sections[title];
+            wantHeader = true;
+        } else if (row.isBlank() || !current) {
+            continue;
+        } else if (wantHeader) {
+            current->header = row.fields;
+            wantHeader = false;
+        } else {
+            current->rows.push_back(&row);
+        }
+    }
+    return sections;
+}
+
+// "M/d/yyyy", "dd.MM.yyyy", "yyyy-MM-dd" ...: the order of day, month and year.
+DateOrder declaredOrder(const QString &format)
+{
+    const qsizetype year = format.indexOf(u'y');
+    const qsizetype month = format.indexOf(u'M');
+    const qsizetype day = format.indexOf(u'd');
+    if (year < 0 || month < 0 || day < 0)
+        return DateOrder::Auto;
+    if (year < month && year < day)
+        return DateOrder::Ymd;
+    return month < day ? DateOrder::Mdy : DateOrder::Dmy;
+}
+
+int distanceOf(const QString &unit, int fallback)
+{
+    const QString text = unit.trimmed().toLower();
+    if (text.startsWith(u"mi"_s))
+        return Units::Miles;
+    if (text.startsWith(u"k"_s))
+        return Units::Kilometres;
+    return fallback;
+}
+
+int liquidOf(const QString &unit, int fallback)
+{
+    const QString text = unit.trimmed().toLower();
+    if (text.contains(u"imp"_s))
+        return Units::ImperialGallons;
+    if (text.contains(u"gal"_s))
+        return Units::UsGallons;
+    if (text.startsWith(u"l"_s))
+        return Units::Litres;
+    return fallback;
+}
+
+// The event header names "Place City" twice while the rows have one value fewer: for such a row
+// the repeated name is dropped, so the columns after it line up again.
+Columns columnsFor(const QStringList &header, const QStringList &fields)
+{
+    if (fields.size() + 1 != header.size())
+        return Columns(header);
+    QStringList names;
+    QStringList seen;
+    bool dropped = false;
+    for (const QString &name : header) {
+        const QString folded = Columns::fold(name);
+        if (!dropped && seen.contains(folded)) {
+            dropped = true;
+            continue;
+        }
+        seen.append(folded);
+        names.append(name);
+    }
+    return Columns(names);
+}
+
+QString dateText(const QStringList &f, const Columns &c, const QString &date, const QString &time)
+{
+    return QString(field(f, c.find({ date })) + u' ' + field(f, c.find({ time }))).trimmed();
+}
+
+} // namespace
+
+int ACarImporter::detect(const QString &, const QByteArray &head) const
+{
+    const QByteArray start = head.left(16).trimmed();
+    const bool metadata = start.startsWith("Metadata") || start.startsWith("\xEF\xBB\xBFMetadata");
+    if (metadata && (head.contains("Date Format") || head.contains("Fill-Up Records")))
+        return 95;
+    if (head.contains("\nFill-Up Records") || head.contains("\nEvent Records"))
+        return 70;
+    return metadata ? 50 : 0;
+}
+
+PeerImportResult ACarImporter::read(const std::vector<PeerFile> &files,
+                                    const PeerImportOptions &options) const
+{
+    PeerImportResult result;
+    int shownDistance = -1;
+    int shownLiquid = -1;
+    QString vehicle;
+    for (const PeerFile &file : files) {
+        const std::vector<PeerCsvRow> rows = PeerCsvReader::parse(file.bytes, u',');
+        std::map<QString, Section> sections = sectionsOf(rows);
+        const Section &fills = sections[u"fill-up records"_s];
+        const Section &events = sections[u"event records"_s];
+        const Section &trips = sections[u"trip records"_s];
+        if (fills.header.isEmpty() && events.header.isEmpty() && trips.header.isEmpty()) {
+            result.error = u"%1: no \"Fill-Up Records\", \"Event Records\" or \"Trip Records\" section"_s.arg(
+                file.name);
+            return result;
+        }
+
+        // The vehicles, their units, and the one these entries are for.
+        QStringList names;
+        QHash<QString, std::pair<int, int>> units;
+        const Section &vehicles = sections[u"vehicles"_s];
+        const Columns vehicleColumns(vehicles.header);
+        for (const PeerCsvRow *row : vehicles.rows) {
+            const QString name = field(row->fields, vehicleColumns.find({ u"Name"_s }));
+            if (name.isEmpty() || names.contains(name))
+                continue;
+            names.append(name);
+            units.insert(name,
+                         { distanceOf(field(row->fields, vehicleColumns.find({ u"Distance Unit"_s })), -1),
+                           liquidOf(field(row->fields, vehicleColumns.find({ u"Volume Unit"_s })), -1) });
+        }
+        for (const Section *section : { &fills, &events, &trips }) {
+            const int column = Columns(section->header).find({ u"Vehicle"_s });
+            for (const PeerCsvRow *row : section->rows) {
+                const QString name = field(row->fields, column);
+                if (!name.isEmpty() && !names.contains(name))
+                    names.append(name);
+            }
+        }
+        result.vehicles = names;
+        vehicle = options.sourceVehicle;
+        if (vehicle.isEmpty() && names.size() == 1)
+            vehicle = names.first();
+        if (vehicle.isEmpty() && names.size() > 1) {
+            result.vehicleNeeded = true;
+            result.error = u"%1 holds %2 vehicles (%3); choose one."_s.arg(
+                file.name, QString::number(names.size()), names.join(u", "_s));
+            return result;
+        }
+        if (!vehicle.isEmpty() && !names.isEmpty() && !names.contains(vehicle)) {
+            result.vehicleNeeded = true;
+            result.error
+                = u"%1 has no vehicle \"%2\"; it holds %3."_s.arg(file.name, vehicle, names.join(u", "_s));
+            return result;
+        }
+        const auto [vehicleDistance, vehicleLiquid] = units.value(vehicle, { -1, -1 });
+        shownDistance = vehicleDistance;
+        shownLiquid = vehicleLiquid;
+        // Rows of another vehicle are left out quietly; only this vehicle's rows count.
+        auto ours = [&](const QStringList &f, const Columns &c) {
+            const QString name = field(f, c.find({ u"Vehicle"_s }));
+            return name.isEmpty() || name == vehicle;
+        };
+
+        // The date order: the user's choice, else the Metadata's, else the dates themselves.
+        DateOrder order = options.dateOrder;
+        if (order == DateOrder::Auto) {
+            const Section &meta = sections[u"metadata"_s];
+            if (!meta.rows.empty())
+                order = declaredOrder(
+                    field(meta.rows.front()->fields, Columns(meta.header).find({ u"Date Format"_s })));
+        }
+        if (order == DateOrder::Auto) {
+            QStringList dates;
+            for (const Section *section : { &fills, &events, &trips }) {
+                const Columns c(section->header);
+                for (const PeerCsvRow *row : section->rows)
+                    dates.append(field(row->fields, c.find({ u"Date"_s, u"Start Date"_s })));
+            }
+            order = inferDateOrder(dates);
+        }
+
+        const Columns fillColumns(fills.header);
+        for (const PeerCsvRow *row : fills.rows) {
+            const QStringList &f = row->fields;
+            const Columns &c = fillColumns;
+            if (!ours(f, c))
+                continue;
+            PeerEntry entry;
+            entry.line = row->line;
+            entry.date = parseDate(dateText(f, c, u"Date"_s, u"Time"_s), order);
+            entry.odometer = number(field(f, c.find({ u"Odometer Reading"_s })), QChar());
+            entry.distanceUnit = distanceOf(field(f, c.find({ u"Distance Unit"_s })), vehicleDistance);
+            entry.quantity = number(field(f, c.find({ u"Volume"_s })), QChar());
+            entry.liquidUnit = liquidOf(field(f, c.find({ u"Volume Unit"_s })), vehicleLiquid);
+            entry.total = number(field(f, c.find({ u"Total Cost"_s })), QChar());
+            if (!(entry.total > 0))
+                entry.total = entry.quantity * number(field(f, c.find({ u"Price per Unit"_s })), QChar());
+            entry.partial = flag(field(f, c.find({ u"Partial Fill-Up?"_s })));
+            entry.missed = flag(field(f, c.find({ u"Previously Missed Fill-Ups?"_s })));
+            entry.station = field(f, c.find({ u"Fuel Brand"_s }));
+            entry.notes = field(f, c.find({ u"Notes"_s }));
+            shownDistance = entry.distanceUnit;
+            shownLiquid = entry.liquidUnit;
+            if (!entry.date.isValid())
+                skip(result, file.name, entry.line, u"no date"_s);
+            else if (!(entry.odometer >= 1.0))
+                skip(result, file.name, entry.line, u"no odometer reading"_s);
+            else if (!(entry.quantity > 0))
+                skip(result, file.name, entry.line, u"no fuel quantity"_s);
+            else
+                result.entries.push_back(entry);
+        }
+
+        for (const PeerCsvRow *row : events.rows) {
+            const QStringList &f = row->fields;
+            const Columns c = columnsFor(events.header, f);
+            if (!ours(f, c))
+                continue;
+            PeerEntry entry;
+            entry.line = row->line;
+            entry.date = parseDate(dateText(f, c, u"Date"_s, u"Time"_s), order);
+            entry.odometer = number(field(f, c.find({ u"Odometer Reading"_s })), QChar());
+            entry.distanceUnit = distanceOf(field(f, c.find({ u"Distance Unit"_s })), vehicleDistance);
+            entry.total = number(field(f, c.find({ u"Total Cost"_s })), QChar());
+            entry.station = field(f, c.find({ u"Place Name"_s }));
+            entry.notes = field(f, c.find({ u"Notes"_s }));
+            const QString type = field(f, c.find({ u"Type"_s }));
+            const QString subTypes = serviceNames(field(f, c.find({ u"Sub Types"_s })));
+            entry.kind = type.compare(u"Service"_s, Qt::CaseInsensitive) == 0 ? PeerEntry::Service
+                                                                              : PeerEntry::Expense;
+            entry.name = !subTypes.isEmpty() ? subTypes : serviceName(type.isEmpty() ? u"Service"_s : type);
+            if (!entry.date.isValid())
+                skip(result, file.name, entry.line, u"no date"_s);
+            else if (!(entry.odometer >= 1.0))
+                skip(result, file.name, entry.line, u"no odometer reading"_s);
+            else
+                add(result, entry);
+        }
+
+        const Columns tripColumns(trips.header);
+        for (const PeerCsvRow *row : trips.rows) {
+            const QStringList &f = row->fields;
+            const Columns &c = tripColumns;
+            if (!ours(f, c))
+                continue;
+            PeerEntry entry;
+            entry.kind = PeerEntry::Trip;
+            entry.line = row->line;
+            entry.date = parseDate(dateText(f, c, u"Start Date"_s, u"Start Time"_s), order);
+            entry.arrival = parseDate(dateText(f, c, u"End Date"_s, u"End Time"_s), order);
+            entry.odometer = number(field(f, c.find({ u"Start Odometer Reading"_s })), QChar());
+            entry.endOdometer = number(field(f, c.find({ u"End Odometer Reading"_s })), QChar());
+            entry.distanceUnit = distanceOf(field(f, c.find({ u"Distance Unit"_s })), vehicleDistance);
+            // A trip without its end reading still has its distance.
+            if (!(entry.endOdometer > entry.odometer))
+                entry.endOdometer = entry.odometer + number(field(f, c.find({ u"Distance"_s })), QChar());
+            const QString purpose = field(f, c.find({ u"Purpose"_s }));
+            entry.purpose = purpose.isEmpty() ? field(f, c.find({ u"Type"_s })) : purpose;
+            entry.contact = field(f, c.find({ u"Client"_s }));
+            entry.destination = field(f, c.find({ u"End Location"_s }));
+            entry.notes = field(f, c.find({ u"Notes"_s }));
+            if (!entry.date.isValid())
+                skip(result, file.name, entry.line, u"no start date"_s);
+            else if (!(entry.odometer >= 1.0))
+                skip(result, file.name, entry.line, u"no start odometer reading"_s);
+            else
+                result.entries.push_back(entry);
+        }
+    }
+    QString unitText;
+    if (shownDistance >= 0 && shownLiquid >= 0)
+        unitText = (shownDistance == Units::Miles ? u"mi / "_s : u"km / "_s)
+            + (shownLiquid == Units::Litres          ? u"litres"_s
+                   : shownLiquid == Units::UsGallons ? u"gal"_s
+                                                     : u"imp. gal"_s);
+    result.description = describe(vehicle.isEmpty() ? title() : u"%1 (%2)"_s.arg(title(), vehicle),
+                                  result.entries, unitText);
+    return result;
+}
