@@ -9,7 +9,6 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTableWidget>
-#include <QTemporaryDir>
 #include <QTimer>
 #include <QtTest>
 
@@ -42,23 +41,16 @@ QStringList tableRows(const QTableWidget *table)
     return rows;
 }
 
-struct Sandbox
+// The template's one vehicle, "My Car", with an empty log.
+struct CarSandbox : Sandbox
 {
-    Sandbox()
+    CarSandbox()
+        : Sandbox(Now)
     {
         options.createKey(u"Options"_s);
         options.setValue(u"Options"_s, u"Name"_s, u"My Car"_s);
-        session.start();
+        startSession();
     }
-    QTemporaryDir dir;
-    RecordingReporter reporter;
-    FixedClock clock { Now };
-    TestLocaleFormats locale;
-    MemorySettingsStore options;
-    MemorySettingsStore preferences;
-    AppContext context { DevicePaths(dir.path()), reporter, clock, locale, options, preferences };
-    VehicleSession session { context };
-    ScriptedFileChooser chooser;
 };
 
 } // namespace
@@ -70,8 +62,8 @@ class TestPeerImportDialog : public QObject
 private slots:
     void acarVehiclePicker()
     {
-        Sandbox s;
-        PeerImportDialog dialog(s.session, s.chooser, s.reporter);
+        CarSandbox s;
+        PeerImportDialog dialog(*s.session, s.chooser, s.reporter);
         QCOMPARE(dialog.windowTitle(), u"Import from another app"_s);
         QCOMPARE(dialog.recognisedLabel()->text(), u"Add the file(s) your other app exported."_s);
         QVERIFY(!dialog.importButton()->isEnabled());
@@ -128,12 +120,12 @@ private slots:
         QVERIFY(dialog.imported());
         QCOMPARE(s.reporter.texts(),
                  QStringList { u"Added 8 entries to My Car; skipped 0 as duplicates, 1 as unusable."_s });
-        QCOMPARE(s.session.entries().size(), size_t(8));
-        QCOMPARE(s.session.entries()[1].contact, u"Acme Ltd"_s);
-        QCOMPARE(s.session.scan().lastOdometer, 1600.0);
+        QCOMPARE(s.session->entries().size(), size_t(8));
+        QCOMPARE(s.session->entries()[1].contact, u"Acme Ltd"_s);
+        QCOMPARE(s.session->scan().lastOdometer, 1600.0);
         // The main screen's reminders now count from the imported oil change.
         QStringList reminders;
-        for (const ReminderListLine &line : s.session.reminders())
+        for (const ReminderListLine &line : s.session->reminders())
             reminders.append(line.text);
         // 299 days since February 6 and 297 since February 8, against 180-day intervals.
         QCOMPARE(reminders,
@@ -143,8 +135,8 @@ private slots:
 
     void fuellyFromHistoryTwice()
     {
-        Sandbox s;
-        HistoryDialog history(s.session, s.reporter);
+        CarSandbox s;
+        HistoryDialog history(*s.session, s.reporter);
         history.setPeriodFilter(DataViewFilter::AllPeriods);
         QStringList items;
         for (const QAction *action : history.optionsMenu()->actions())
@@ -184,8 +176,8 @@ private slots:
 
     void unknownFile()
     {
-        Sandbox s;
-        PeerImportDialog dialog(s.session, s.chooser, s.reporter);
+        CarSandbox s;
+        PeerImportDialog dialog(*s.session, s.chooser, s.reporter);
         s.chooser.enqueue(sample(u"fuelly/expected.json"_s));
         dialog.addFile();
         QCOMPARE(
