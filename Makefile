@@ -57,14 +57,15 @@ test-interop: build
 fuzz: test-asan
 	./scripts/run-fuzzers.sh $(BUILD_ASAN) $(or $(FUZZ_SECONDS),20)
 
-# Each fuzzer for FUZZ_SECONDS (default 600) with two workers, printing executions and coverage.
+# Each fuzzer for FUZZ_SECONDS (default 600) with two workers, printing executions and coverage;
+# FUZZ_TARGETS="fuzz_archive fuzz_ini" limits the run to the targets named.
 # Builds only the fuzzers and the core they read with, instrumented, in their own folder.
 fuzz-long: deps
 	./scripts/install-deps.sh --ci
 	CC=clang CXX=clang++ cmake -S . -B $(BUILD_FUZZ) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
 	    -DTARVANE_SANITIZE=ON -DTARVANE_FUZZ=ON -DTARVANE_BENCH=OFF $(CMAKE_FLAGS)
 	cmake --build $(BUILD_FUZZ) -j $(JOBS) --target $$(cd tests/fuzz && ls fuzz_*.cpp | sed 's/\.cpp$$//')
-	./scripts/run-fuzzers.sh --long $(BUILD_FUZZ) $(or $(FUZZ_SECONDS),600)
+	FUZZ_TARGETS="$(FUZZ_TARGETS)" ./scripts/run-fuzzers.sh --long $(BUILD_FUZZ) $(or $(FUZZ_SECONDS),600)
 # The summary report printed by headless Chromium (installs chromium; meant for CI).
 check-report: test
 	./scripts/check-report-browser.sh $(BUILD)

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Runs every libFuzzer target of a build, starting from its seed corpus: a few seconds each by
 # default (CI), or with --long for the given time with two workers, printing each target's
-# executions and coverage at the end.
+# executions and coverage at the end. FUZZ_TARGETS="fuzz_ini ..." runs only the targets named.
 set -euo pipefail
 long=0
 if [ "${1:-}" = "--long" ]; then
@@ -14,8 +14,11 @@ shopt -s nullglob
 found=0
 for fuzzer in "$build"/tests/fuzz/fuzz_*; do
     [ -f "$fuzzer" ] && [ -x "$fuzzer" ] || continue
-    found=1
     name=$(basename "$fuzzer")
+    if [ -n "${FUZZ_TARGETS:-}" ] && [[ " $FUZZ_TARGETS " != *" $name "* ]]; then
+        continue
+    fi
+    found=1
     corpus=$(mktemp -d)
     seeds="tests/fuzz/corpus/${name#fuzz_}"
     [ -d "$seeds" ] && cp -r "$seeds"/. "$corpus"/

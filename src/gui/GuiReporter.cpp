@@ -16,6 +16,13 @@ void GuiReporter::error(const QString &text, const QString &title)
     QMessageBox::critical(m_parent, caption(title), text);
 }
 
+void GuiReporter::errorWithDetail(const QString &text, const QString &detail, const QString &title)
+{
+    QMessageBox box(QMessageBox::Critical, caption(title), text, QMessageBox::Ok, m_parent);
+    box.setDetailedText(detail);
+    box.exec();
+}
+
 void GuiReporter::warning(const QString &text, const QString &title)
 {
     QMessageBox::warning(m_parent, caption(title), text);

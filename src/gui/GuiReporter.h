@@ -14,6 +14,9 @@ public:
     void setParent(QWidget *parent) { m_parent = parent; }
 
     void error(const QString &text, const QString &title = QString()) override;
+    // The detail goes in the box's detail text, under "Show Details...".
+    void errorWithDetail(const QString &text, const QString &detail,
+                         const QString &title = QString()) override;
     void warning(const QString &text, const QString &title = QString()) override;
     void info(const QString &text, const QString &title = QString()) override;
     void plain(const QString &text, const QString &title = QString()) override;

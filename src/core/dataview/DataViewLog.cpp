@@ -1,12 +1,17 @@
 #include "DataViewLog.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 #include "calc/FuelEconomy.h"
 #include "log/LogArchive.h"
 #include "log/VehicleBackup.h"
 #include "log/VehicleLog.h"
+#include "platform/AtomicFile.h"
+#include "platform/FileLock.h"
 #include "platform/Reporter.h"
+
+using namespace Qt::StringLiterals;
 
 DataViewLog::DataViewLog(const QString &dataFolder, const QString &vin)
     : m_folder(dataFolder)
@@ -27,31 +32,71 @@ bool DataViewLog::load(Reporter &reporter)
 {
     m_entries.clear();
     m_loaded = false;
+    m_disk = FileFingerprint();
     const QString path = databasePath();
     if (!VehicleLog::isSafeVin(m_vin) || !QFileInfo(path).isFile()) {
         reporter.error(VehicleLog::openErrorFormat().arg(path));
         return false;
     }
+    // The bytes are read once: the entries and the fingerprint must describe the same file.
+    QString reason;
+    QFile file(path);
+    if (!AtomicFile::checkReadable(path, LogArchive::MaxFileSize, &reason)
+        || !file.open(QIODevice::ReadOnly)) {
+        reporter.error(u"Unable to open the log file %1: %2."_s.arg(
+            path, reason.isEmpty() ? file.errorString() : reason));
+        return false;
+    }
+    const QByteArray bytes = file.readAll();
     LogArchive archive;
     EntryList entries;
-    if (!archive.read(path, entries)) {
+    if (!archive.decode(bytes, entries, path)) {
         reporter.error(archive.errorString());
         return false;
     }
     m_entries = std::move(entries);
     m_loaded = true;
+    m_disk = FileFingerprint(path, bytes);
     return true;
 }
 
 bool DataViewLog::save(Reporter &reporter)
 {
     const QString path = databasePath();
-    LogArchive archive;
-    if (!m_loaded || !VehicleLog::isSafeVin(m_vin) || !QFileInfo(path).isFile()
-        || !archive.write(path, m_entries)) {
+    if (!m_loaded || !VehicleLog::isSafeVin(m_vin) || !QFileInfo(path).isFile()) {
         reporter.error(saveErrorText());
         return false;
     }
+    FileLock lock(path);
+    if (!lock.lock()) {
+        reporter.error(saveErrorText() + u'\n' + FileLock::busyMessage(path));
+        return false;
+    }
+    if (changedOnDisk()) {
+        reporter.error(saveErrorText() + u'\n' + VehicleLog::changedMessage(path));
+        return false;
+    }
+    const QByteArray bytes = LogArchive::encode(m_entries);
+    LogArchive archive;
+    if (!archive.writeEncoded(path, bytes)) {
+        // The system's text first, then which file and why.
+        reporter.error(saveErrorText() + u'\n' + archive.errorString());
+        return false;
+    }
+    m_disk = FileFingerprint(path, bytes);
+    return true;
+}
+
+bool DataViewLog::changedOnDisk() const
+{
+    return m_disk.changedOnDisk(LogArchive::MaxFileSize);
+}
+
+bool DataViewLog::reloadIfChanged(Reporter &reporter)
+{
+    if (!m_loaded || !changedOnDisk())
+        return false;
+    load(reporter);
     return true;
 }
 

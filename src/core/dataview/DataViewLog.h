@@ -3,6 +3,7 @@
 #include <QString>
 
 #include "log/CVCItem.h"
+#include "platform/FileFingerprint.h"
 
 class Reporter;
 
@@ -33,8 +34,14 @@ public:
     // the reader's message when it is damaged; the list is then empty and saving is refused.
     bool load(Reporter &reporter);
     bool loaded() const { return m_loaded; }
-    // Writes the list over the existing database file (never creating one).
+    // Writes the list over the existing database file (never creating one), holding its lock.
+    // Refused when another program changed the file since it was read: its entries are not ours
+    // to drop.
     bool save(Reporter &reporter);
+    // Another program changed the file since this list was read or written.
+    bool changedOnDisk() const;
+    // Reads the file again when another program changed it; true when it did.
+    bool reloadIfChanged(Reporter &reporter);
 
     const EntryList &entries() const { return m_entries; }
     // For tests and tools that build a list in memory.
@@ -42,6 +49,7 @@ public:
     {
         m_entries = std::move(entries);
         m_loaded = true;
+        m_disk = FileFingerprint();
     }
 
     // Where the insertion rule puts a record with this odometer: walking from the first entry,
@@ -70,4 +78,5 @@ private:
     QString m_vin;
     EntryList m_entries;
     bool m_loaded = false;
+    FileFingerprint m_disk;
 };

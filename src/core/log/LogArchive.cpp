@@ -7,6 +7,7 @@
 #include <QHashFunctions>
 #include <QtEndian>
 
+#include <algorithm>
 #include <cstring>
 #include <vector>
 
@@ -156,23 +157,29 @@ class TextTable
 public:
     static constexpr qsizetype MaxLength = 48;
 
+    // Sized to the input: a small log holds few texts, and making and freeing a table of the full
+    // size would cost more than reading the whole log.
+    explicit TextTable(qsizetype inputBytes)
+        : m_slotCount(std::clamp<size_t>(size_t(qNextPowerOfTwo(quint64(inputBytes / 16))), MinSlots, Slots))
+    { }
+
     // The shared text for these UTF-16 code units (little-endian), made on first sight.
     QString get(const uchar *units, qsizetype length)
     {
         if (m_slots.empty())
-            m_slots.resize(Slots);
+            m_slots.resize(m_slotCount);
         const size_t bytes = size_t(length) * 2;
-        size_t slot = qHashBits(units, bytes) & (Slots - 1);
+        size_t slot = qHashBits(units, bytes) & (m_slotCount - 1);
         for (;;) {
             QString &s = m_slots[slot];
             if (s.isNull())
                 break;
             if (s.size() == length && std::memcmp(s.utf16(), units, bytes) == 0)
                 return s;
-            slot = (slot + 1) & (Slots - 1);
+            slot = (slot + 1) & (m_slotCount - 1);
         }
         QString made = fromUnits(units, length);
-        if (m_used < MaxTexts) {
+        if (m_used < m_slotCount / 2) {
             m_slots[slot] = made;
             ++m_used;
         }
@@ -195,9 +202,10 @@ public:
 private:
     // Half full at most, so a probe ends quickly at an empty slot.
     static constexpr size_t Slots = 8192;
-    static constexpr qsizetype MaxTexts = Slots / 2;
+    static constexpr size_t MinSlots = 64;
+    size_t m_slotCount;
     std::vector<QString> m_slots; // made on the first text, so an empty log costs nothing
-    qsizetype m_used = 0;
+    size_t m_used = 0;
 };
 
 // Reads straight from the bytes in memory; every read checks what is left first. The first
@@ -209,6 +217,7 @@ public:
         : m_begin(data)
         , m_p(data)
         , m_end(data + size)
+        , m_texts(size)
     { }
 
     bool failed() const { return !m_error.isEmpty(); }

@@ -1,6 +1,5 @@
 #include "VehicleLog.h"
 
-#include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
 #include <QIODevice>
@@ -66,8 +65,7 @@ bool VehicleLog::open(const QString &dataFolder, const QString &vin, const LogSc
     m_scan = LogScan();
     m_movedAside.clear();
     m_blockedPath.clear();
-    m_diskPath.clear();
-    m_diskHash.clear();
+    m_disk = FileFingerprint();
     if (!isSafeVin(name)) {
         reporter.error(openError(path));
         return false;
@@ -142,7 +140,7 @@ bool VehicleLog::save(const QString &dataFolder, const QString &vin, Reporter &r
     const QByteArray bytes = LogArchive::encode(m_entries);
     if (changedOnDisk(path)) {
         // Nothing of ours to write: the newer file stays and is read at the next open.
-        if (hashOf(bytes) == m_diskHash && !m_fresh)
+        if (m_disk.matches(bytes) && !m_fresh)
             return true;
         reporter.error(QString::fromUtf8(SaveError105) + u'\n' + changedMessage(path));
         return false;
@@ -206,28 +204,20 @@ bool VehicleLog::writeLocked(const QString &path, const QByteArray &bytes, Repor
     return true;
 }
 
-QByteArray VehicleLog::hashOf(const QByteArray &bytes)
-{
-    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha1);
-}
-
 void VehicleLog::rememberDisk(const QString &path, const QByteArray &bytes)
 {
-    m_diskPath = path;
-    m_diskHash = hashOf(bytes);
+    m_disk = FileFingerprint(path, bytes);
+}
+
+bool VehicleLog::changedOnDisk() const
+{
+    return m_disk.changedOnDisk(LogArchive::MaxFileSize);
 }
 
 bool VehicleLog::changedOnDisk(const QString &path) const
 {
     // Only the file this log was read from or written to can have been changed behind its back.
-    if (path != m_diskPath)
-        return false;
-    QFile file(path);
-    if (!file.exists())
-        return false; // nothing there to lose
-    if (!AtomicFile::checkReadable(path, LogArchive::MaxFileSize, nullptr) || !file.open(QIODevice::ReadOnly))
-        return true;
-    return hashOf(file.readAll()) != m_diskHash;
+    return path == m_disk.path() && m_disk.changedOnDisk(LogArchive::MaxFileSize);
 }
 
 QString VehicleLog::changedMessage(const QString &path)

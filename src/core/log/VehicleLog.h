@@ -6,6 +6,7 @@
 
 #include "CVCItem.h"
 #include "LogScan.h"
+#include "platform/FileFingerprint.h"
 
 class Clock;
 class QIODevice;
@@ -67,6 +68,13 @@ public:
     bool freshDatabase() const { return m_fresh; }
     void setFreshDatabase(bool fresh) { m_fresh = fresh; }
 
+    // Another program changed (or wrote) the log file since this log last read or wrote it: what
+    // is in memory is no longer the whole log, and the next change must start from the file.
+    bool changedOnDisk() const;
+
+    // "The log file ... was changed by another program since it was read. ..."
+    static QString changedMessage(const QString &path);
+
     // Where the last open moved a damaged file, empty when it did not.
     QString movedAsidePath() const { return m_movedAside; }
 
@@ -74,13 +82,10 @@ private:
     bool writeLocked(const QString &path, const QByteArray &bytes, Reporter &reporter);
     void rememberDisk(const QString &path, const QByteArray &bytes);
     bool changedOnDisk(const QString &path) const;
-    static QByteArray hashOf(const QByteArray &bytes);
-    static QString changedMessage(const QString &path);
 
     EntryList m_entries;
-    // The file last read or written and a hash of its bytes, to notice another program's save.
-    QString m_diskPath;
-    QByteArray m_diskHash;
+    // The file last read or written and what it held, to notice another program's save.
+    FileFingerprint m_disk;
     LogScan m_scan;
     bool m_fresh = false;
     // A damaged file that could not be moved aside must never be saved over.

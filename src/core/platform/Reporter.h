@@ -15,6 +15,12 @@ public:
     virtual ~Reporter() = default;
 
     virtual void error(const QString &text, const QString &title = QString()) = 0;
+    // A failure whose details (which file, the system's reason) come under the system's text:
+    // the detail text of a message box, the lines after the text elsewhere.
+    virtual void errorWithDetail(const QString &text, const QString &detail, const QString &title = QString())
+    {
+        error(detail.isEmpty() ? text : text + u'\n' + detail, title);
+    }
     virtual void warning(const QString &text, const QString &title = QString()) = 0;
     virtual void info(const QString &text, const QString &title = QString()) = 0;
     // A plain box with an OK button and no icon; where there are no icons it is a notice.

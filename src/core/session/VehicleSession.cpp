@@ -235,6 +235,39 @@ bool VehicleSession::saveOptions()
     return m_options->save(m_vehicle, m_log.scan().lastOdometer);
 }
 
+bool VehicleSession::saveSettings()
+{
+    // A file that did not load was reported at start-up and is never written over.
+    if (m_readOnly || m_settings->path().isEmpty() || m_settings->loadFailed())
+        return false;
+    if (m_settings->Save())
+        return true;
+    m_context.reporter.errorWithDetail(IniFile::saveFailedText(m_settings->path()),
+                                       m_settings->path() + u'\n' + m_settings->errorString());
+    return false;
+}
+
+bool VehicleSession::reloadIfChanged()
+{
+    if (m_readOnly)
+        return false;
+    bool reloaded = false;
+    if (m_settings->changedOnDisk()) {
+        // Save takes the other program's file, with our own unsaved changes made again over it.
+        if (saveSettings()) {
+            m_vehicleNames = VehicleProfile::readVehicleList(*m_settings, m_currentName).names;
+            VehicleProfile::loadTripSettings(*m_settings, m_tripSettings);
+            loadProfile();
+        }
+        reloaded = true;
+    }
+    if (reloaded || m_log.changedOnDisk()) {
+        reopen();
+        reloaded = true;
+    }
+    return reloaded;
+}
+
 void VehicleSession::selectVehicle(const QString &name)
 {
     m_currentName = name;

@@ -61,6 +61,13 @@ public:
     void saveAfterStartup();
     // Exit: write the options.
     bool saveOptions();
+    // Writes the settings file now (it is written again when the session ends); a failure is
+    // reported with the file and the system's reason. A file that did not load is left alone.
+    bool saveSettings();
+    // Before a change: when another program (the CLI, a cron job) changed the open vehicle's log
+    // or the settings file, both are read again so that nothing is saved over what it wrote.
+    // True when anything was read again.
+    bool reloadIfChanged();
     // The options of the run; the History screen keeps its filter in them until exit.
     Options &options() { return *m_options; }
 

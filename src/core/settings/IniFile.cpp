@@ -9,8 +9,10 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStringDecoder>
+#include <QtEndian>
 
 #include <climits>
+#include <cstring>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -22,16 +24,14 @@ bool startsKey(char16_t c)
     return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z') || (c >= u'0' && c <= u'9');
 }
 
-// The UTF-16LE code units after the byte-order mark, taken one for one (unpaired surrogates
-// included) so that what was read is written back unchanged. A trailing odd byte is dropped.
-QString decodeUtf16Le(const QByteArray &bytes)
+// The UTF-16 code units from skip on, taken one for one (unpaired surrogates included) so that
+// what was read is written back unchanged. A trailing odd byte is dropped. Copied in bulk: this
+// runs over every byte of every settings file the program reads.
+QString decodeUtf16Le(const QByteArray &bytes, qsizetype skip)
 {
-    const qsizetype units = (bytes.size() - 2) / 2;
+    const qsizetype units = (bytes.size() - skip) / 2;
     QString text(units, Qt::Uninitialized);
-    QChar *out = text.data();
-    const auto *in = reinterpret_cast<const uchar *>(bytes.constData()) + 2;
-    for (qsizetype i = 0; i < units; ++i)
-        out[i] = QChar(char16_t(in[2 * i] | (in[2 * i + 1] << 8)));
+    qFromLittleEndian<char16_t>(bytes.constData() + skip, units, text.data());
     return text;
 }
 
@@ -39,9 +39,7 @@ QString decodeUtf16Be(const QByteArray &bytes, qsizetype skip)
 {
     const qsizetype units = (bytes.size() - skip) / 2;
     QString text(units, Qt::Uninitialized);
-    const auto *in = reinterpret_cast<const uchar *>(bytes.constData()) + skip;
-    for (qsizetype i = 0; i < units; ++i)
-        text[i] = QChar(char16_t((in[2 * i] << 8) | in[2 * i + 1]));
+    qFromBigEndian<char16_t>(bytes.constData() + skip, units, text.data());
     return text;
 }
 
@@ -52,9 +50,13 @@ int markLessUtf16Order(const QByteArray &bytes)
         return 0;
     bool zeroEven = false;
     bool zeroOdd = false;
-    for (qsizetype i = 0; i < bytes.size(); ++i) {
-        if (bytes[i] == 0)
-            (i % 2 ? zeroOdd : zeroEven) = true;
+    const char *begin = bytes.constData();
+    const char *end = begin + bytes.size();
+    for (const char *p = begin; p < end && !(zeroEven && zeroOdd); ++p) {
+        p = static_cast<const char *>(std::memchr(p, 0, size_t(end - p)));
+        if (!p)
+            break;
+        ((p - begin) % 2 ? zeroOdd : zeroEven) = true;
     }
     if (zeroOdd && !zeroEven)
         return 1; // little-endian
@@ -65,11 +67,9 @@ int markLessUtf16Order(const QByteArray &bytes)
 
 void appendUtf16Le(QByteArray &out, QStringView text)
 {
-    for (const QChar c : text) {
-        const char16_t u = c.unicode();
-        out.append(char(u & 0xff));
-        out.append(char(u >> 8));
-    }
+    const qsizetype at = out.size();
+    out.resize(at + 2 * text.size());
+    qToLittleEndian<char16_t>(text.utf16(), text.size(), out.data() + at);
 }
 
 } // namespace
@@ -170,6 +170,21 @@ bool IniFile::Save(const QString &path)
     return true;
 }
 
+QString IniFile::saveFailedText(const QString &path)
+{
+    return u"The settings file %1 could not be saved; it is left as it was."_s.arg(path);
+}
+
+bool IniFile::changedOnDisk() const
+{
+    if (m_path.isEmpty() || m_path != m_loadedPath || m_unreadable)
+        return false;
+    QByteArray onDisk;
+    if (QFileInfo::exists(m_path) && !readExisting(m_path, &onDisk))
+        return false; // not settings any more: Save() refuses it and says so
+    return contentHash(onDisk) != m_loadedHash;
+}
+
 bool IniFile::parseKeepingPath(const QByteArray &bytes)
 {
     m_journal.clear();
@@ -203,7 +218,7 @@ bool IniFile::decode(const QByteArray &bytes, QString *text)
         return true; // an empty file holds nothing to lose
     const auto *b = reinterpret_cast<const uchar *>(bytes.constData());
     if (bytes.size() >= 2 && b[0] == 0xff && b[1] == 0xfe) {
-        *text = decodeUtf16Le(bytes);
+        *text = decodeUtf16Le(bytes, 2);
         return true;
     }
     // Files re-saved by an editor are read as what they plainly are.
@@ -212,12 +227,7 @@ bool IniFile::decode(const QByteArray &bytes, QString *text)
         return true;
     }
     if (const int order = markLessUtf16Order(bytes)) {
-        if (order == 1) {
-            QByteArray marked("\xff\xfe", 2);
-            *text = decodeUtf16Le(marked + bytes);
-        } else {
-            *text = decodeUtf16Be(bytes, 0);
-        }
+        *text = order == 1 ? decodeUtf16Le(bytes, 0) : decodeUtf16Be(bytes, 0);
         return true;
     }
     const qsizetype skip = bytes.startsWith("\xef\xbb\xbf") ? 3 : 0;

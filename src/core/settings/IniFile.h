@@ -37,6 +37,11 @@ public:
     // With an empty path the remembered one is used; false when there is none, when the file
     // there exists but can't be read as settings, or writing fails (errorString() says why).
     bool Save(const QString &path = QString());
+    // "The settings file %s could not be saved; it is left as it was."
+    static QString saveFailedText(const QString &path);
+    // Another program saved the file since this object last read or wrote it. Save() then takes
+    // the other program's content (making our own changes again over it).
+    bool changedOnDisk() const;
     // The reason of the last failed Load or Save, in the system's words.
     QString errorString() const { return m_error; }
     // The last Load found a file it could not read.

@@ -100,8 +100,8 @@ bool SetupForm::writeSettings(Reporter &reporter)
         return false;
     if (m_ini->Save(m_paths.settingsFile))
         return true;
-    reporter.error(cformat("The settings file %s could not be saved; it is left as it was.",
-                           utf8(m_paths.settingsFile).constData()));
+    reporter.errorWithDetail(IniFile::saveFailedText(m_paths.settingsFile),
+                             m_paths.settingsFile + u"\n"_s + m_ini->errorString());
     return false;
 }
 

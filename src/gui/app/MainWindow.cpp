@@ -12,9 +12,11 @@
 #include "platform/CFormat.h"
 #include "reminders/ReminderDialog.h"
 #include "session/VehicleSession.h"
+#include "settings/IniFile.h"
 #include "setup/SetupRunner.h"
 #include "stats/StatisticsContext.h"
 #include "storage/FullBackupDialog.h"
+#include "widgets/FileChangeWatcher.h"
 #include "widgets/IconArt.h"
 #include "widgets/ScreenFit.h"
 #include "widgets/TileCounter.h"
@@ -79,6 +81,7 @@ MainWindow::MainWindow(VehicleSession &session, FileChooser &chooser, HelpLaunch
     , m_help(help)
 {
     setWindowTitle(u"Tarvane"_s);
+    m_watcher = new FileChangeWatcher(this, [this] { catchUp(); });
     buildActions();
     setCentralWidget(buildCentre());
     // A 480x640 window, or less on a smaller screen (the frame's title bar needs room too).
@@ -174,6 +177,7 @@ void MainWindow::buildMenu()
     for (const FullBackup::Kind kind : { FullBackup::Kind::Backup, FullBackup::Kind::Restore })
         storage->addAction(kind == FullBackup::Kind::Backup ? u"FULL Backup"_s : u"FULL Restore"_s, this,
                            [this, kind] {
+                               catchUp();
                                if (FullBackupDialog::openFromMainScreen(kind, m_session, this))
                                    refresh();
                            });
@@ -294,6 +298,13 @@ void MainWindow::refresh()
     for (QAction *action : { m_fuelAction, m_repairsAction, m_tripsAction, m_viewDataAction })
         action->setEnabled(chosen);
     m_chooseHint->setVisible(!chosen);
+    m_watcher->watch({ m_session.databasePath(), m_session.settings().path() });
+}
+
+void MainWindow::catchUp()
+{
+    if (m_session.reloadIfChanged())
+        refresh();
 }
 
 void MainWindow::fillSelector()
@@ -379,6 +390,7 @@ void MainWindow::backupVehicle()
 {
     if (m_session.isBusy())
         return;
+    catchUp();
     const QString folder
         = m_chooser.chooseFolder(this, u"Vehicle Backup"_s, m_session.context().paths.root());
     if (folder.isEmpty())
@@ -389,6 +401,7 @@ void MainWindow::backupVehicle()
 
 void MainWindow::restoreVehicle()
 {
+    catchUp();
     // An empty VIN proposes "UnKnown.bak", the name a backup of that vehicle gets.
     const QString proposed = VehicleBackup::proposedRestoreName(m_session.vehicle().vin);
     const QString file
@@ -419,11 +432,13 @@ void MainWindow::closeEvent(QCloseEvent *event)
 {
     saveWindowGeometry();
     m_session.saveOptions();
+    m_session.saveSettings();
     event->accept();
 }
 
 void MainWindow::addEntry(int entryType)
 {
+    catchUp();
     if (m_session.currentVehicleIndex() < 0)
         return;
     // The session reopens the log after a save (a failed one too): show what it holds now.
@@ -433,12 +448,14 @@ void MainWindow::addEntry(int entryType)
 
 void MainWindow::showSetup()
 {
+    catchUp();
     SetupRunner::run(m_session, m_session.context().reporter, this);
     refresh();
 }
 
 void MainWindow::viewData()
 {
+    catchUp();
     HistoryDialog::run(m_session, m_session.context().reporter, this);
     refresh();
 }

@@ -2,6 +2,7 @@
 
 #include <QMainWindow>
 
+class FileChangeWatcher;
 class FileChooser;
 class HelpLauncher;
 class QAction;
@@ -74,11 +75,14 @@ private:
     void showCounters();
     void showReminders();
     void fillSelector();
+    // Reads the log and settings again when another program changed them; before every change.
+    void catchUp();
 
     VehicleSession &m_session;
     FileChooser &m_chooser;
     HelpLauncher &m_help;
     bool m_filling = false;
+    FileChangeWatcher *m_watcher = nullptr;
 
     VehicleSelector *m_selector = nullptr;
     TileCounter *m_odometer = nullptr;

@@ -30,6 +30,7 @@
 #include "forms/EntryFormRunner.h"
 #include "platform/Reporter.h"
 #include "session/VehicleSession.h"
+#include "widgets/FileChangeWatcher.h"
 #include "widgets/IconArt.h"
 
 using namespace Qt::StringLiterals;
@@ -105,6 +106,8 @@ HistoryDialog::HistoryDialog(VehicleSession &session, Reporter &reporter, QWidge
     applyFont();
     applyColumns();
     refill(true);
+    m_watcher = new FileChangeWatcher(this, [this] { catchUp(); });
+    m_watcher->watch({ m_log.databasePath() });
     resize(480, 640);
 }
 
@@ -384,6 +387,14 @@ void HistoryDialog::refill(bool reload)
         selectRow(m_lastSelected);
 }
 
+bool HistoryDialog::catchUp()
+{
+    if (!m_log.reloadIfChanged(m_reporter))
+        return false;
+    refill(false);
+    return true;
+}
+
 void HistoryDialog::selectRow(int row)
 {
     const QModelIndex index = m_view->index(row, 0);
@@ -427,6 +438,9 @@ void HistoryDialog::setDateRange(const QDate &start, const QDate &end)
 
 void HistoryDialog::editSelected()
 {
+    // After a reload the rows are not those the user chose from: they choose again.
+    if (catchUp())
+        return;
     const int position = selectedPosition();
     if (position < 0)
         return;
@@ -466,6 +480,7 @@ void HistoryDialog::insertTrip()
 
 void HistoryDialog::insertEntry(CVCItem::EntryType type)
 {
+    catchUp();
     CVCItem record
         = DataViewLog::newRecord(type, m_session.scan().lastOdometer, m_session.context().clock.now());
     if (!EntryFormRunner::edit(m_session, record, m_reporter, this))
@@ -478,6 +493,8 @@ void HistoryDialog::insertEntry(CVCItem::EntryType type)
 
 void HistoryDialog::deleteSelected()
 {
+    if (catchUp())
+        return;
     const int position = selectedPosition();
     if (position < 0)
         return;
@@ -487,6 +504,7 @@ void HistoryDialog::deleteSelected()
 
 void HistoryDialog::deleteAll()
 {
+    catchUp();
     if (!m_log.removeAll(m_reporter))
         return;
     m_lastSelected = -1;
@@ -495,6 +513,7 @@ void HistoryDialog::deleteAll()
 
 void HistoryDialog::reconcile()
 {
+    catchUp();
     const VehicleSettings &vehicle = m_session.vehicle();
     m_log.reconcile(vehicle.distanceUnit, vehicle.economyUnit, m_reporter);
     refill(true);

@@ -9,6 +9,7 @@
 
 class EntryTableModel;
 class ExportMenu;
+class FileChangeWatcher;
 class FileChooser;
 class QAbstractButton;
 class QAbstractItemModel;
@@ -78,6 +79,9 @@ private:
     void saveColumnWidths();
     // Fills the list again; after a change the log is read back from its file first.
     void refill(bool reload);
+    // Reads the log again, and fills the list, when another program changed its file; before
+    // every change. True when it did.
+    bool catchUp();
     void insertEntry(CVCItem::EntryType type);
     QAction *addCommand(QMenu *menu, const QString &text, void (HistoryDialog::*slot)());
 
@@ -86,6 +90,7 @@ private:
     DataViewLog m_log;
     DataViewFilter m_filter;
     ExportMenu *m_exportMenu = nullptr;
+    FileChangeWatcher *m_watcher = nullptr;
     int m_lastSelected = -1;
 
     EntryTableModel *m_model = nullptr;

@@ -1,0 +1,42 @@
+#include "FileFingerprint.h"
+
+#include "AtomicFile.h"
+
+#include <QCryptographicHash>
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+QByteArray hashOf(const QByteArray &bytes)
+{
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha1);
+}
+} // namespace
+
+FileFingerprint::FileFingerprint(const QString &path, const QByteArray &bytes)
+    : m_path(path)
+    , m_size(bytes.size())
+    , m_hash(hashOf(bytes))
+{ }
+
+bool FileFingerprint::matches(const QByteArray &bytes) const
+{
+    return !isNull() && bytes.size() == m_size && hashOf(bytes) == m_hash;
+}
+
+bool FileFingerprint::changedOnDisk(qint64 maxSize) const
+{
+    if (isNull())
+        return false;
+    const QFileInfo info(m_path);
+    if (!info.exists())
+        return false;
+    if (!AtomicFile::checkReadable(m_path, maxSize, nullptr))
+        return true;
+    if (info.size() != m_size)
+        return true;
+    QFile file(m_path);
+    if (!file.open(QIODevice::ReadOnly))
+        return true;
+    return hashOf(file.readAll()) != m_hash;
+}
