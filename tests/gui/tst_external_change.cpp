@@ -84,9 +84,10 @@ void fillAndSave(EntryDialog *form, const QString &odometer)
     QTest::mouseClick(form->saveButton(), Qt::LeftButton);
 }
 
-struct Sandbox
+// The van with two fill-ups, opened in the main window; `boxes` shows real message boxes.
+struct VanSandbox
 {
-    explicit Sandbox(bool boxes = false)
+    explicit VanSandbox(bool boxes = false)
         : context { DevicePaths(dir.path()),
                     boxes ? static_cast<Reporter &>(gui) : recorder,
                     clock,
@@ -163,7 +164,7 @@ void TestExternalChange::mainWindow_data()
 void TestExternalChange::mainWindow()
 {
     QFETCH(bool, watcher);
-    Sandbox box;
+    VanSandbox box;
     MainWindow &w = *box.window;
     QCOMPARE(w.odometerCounter()->text(), u"10300"_s);
 
@@ -187,7 +188,7 @@ void TestExternalChange::history_data()
 void TestExternalChange::history()
 {
     QFETCH(int, when);
-    Sandbox box;
+    VanSandbox box;
     HistoryDialog dialog(*box.session, box.recorder);
     dialog.show();
     const auto *model = dialog.findChild<EntryTableModel *>();
@@ -223,7 +224,7 @@ void TestExternalChange::history()
 // settings save keeps it.
 void TestExternalChange::settingsFile()
 {
-    Sandbox box;
+    VanSandbox box;
     const QString path = box.dataFolder() + u"Velcora.ini"_s;
     {
         IniFile other;
@@ -248,7 +249,7 @@ void TestExternalChange::settingsFile()
 // with the system's text, the file and the reason under its details; the file stays as it was.
 void TestExternalChange::failedSettingsSave()
 {
-    Sandbox box(true);
+    VanSandbox box(true);
     const QString path = box.dataFolder() + u"Velcora.ini"_s;
     const QByteArray before = readAll(path);
     QString text;
