@@ -50,17 +50,6 @@ CVCItem fuel(double odometer, quint32 date)
     return item;
 }
 
-QList<double> odometers(const QString &path)
-{
-    EntryList entries;
-    if (!LogArchive().read(path, entries))
-        return { -1 };
-    QList<double> out;
-    for (const CVCItem &item : entries)
-        out.append(item.odometer);
-    return out;
-}
-
 // The form the action opens, filled by the script once it is up.
 template<typename Action, typename Script> void withForm(Action action, Script script)
 {
