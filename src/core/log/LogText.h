@@ -41,6 +41,11 @@ public:
         LogText(std::move(other)).swap(*this);
         return *this;
     }
+    // item.notes = a + b, as with a QString field.
+    template<typename A, typename B> LogText &operator=(const QStringBuilder<A, B> &text)
+    {
+        return *this = LogText(QString(text));
+    }
     ~LogText()
     {
         if (m_node && !m_node->ref.deref())
