@@ -45,7 +45,7 @@ QByteArray csv(const EntryList &entries)
                      "\"Arrival Date\",\"Duration\",\"Tolls\",\"Parking\",\"Trip Cost\",\"Notes\"\r\n";
     for (const CVCItem &e : entries) {
         const bool trip = e.entryType == CVCItem::Trip;
-        out += field(e.isOpenTrip() ? QStringLiteral("* OPEN TRIP") : e.typeText);
+        out += field(e.isOpenTrip() ? QStringLiteral("* OPEN TRIP") : e.typeText.text());
         out += field(cformat("%6.1f", e.odometer));
         out += '"' + date(e.entryDate) + "\",";
         out += field(e.invoice);

@@ -366,7 +366,7 @@ int AddCommand::run(const QStringList &arguments, CliEnvironment &env)
     // A vehicle named here becomes the current one, with its own odometer and reminders.
     if (!vehicle.isEmpty())
         session.saveOptions();
-    env.out << cformat("Added %s entry at odometer %s.", record.typeText.toUtf8().constData(),
+    env.out << cformat("Added %s entry at odometer %s.", record.typeText->toUtf8().constData(),
                        EntryForms::numberText(record.odometer).toUtf8().constData())
             << u'\n';
     // The settings file would be saved on the way out anyway; saving it here lets a failure

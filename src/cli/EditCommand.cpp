@@ -53,7 +53,7 @@ int EditCommand::run(const QStringList &arguments, CliEnvironment &env)
         return code;
     if (!access.log->replace(position, record, env.app.reporter))
         return 1;
-    env.out << cformat("Saved the %s entry at position %d.", record.typeText.toUtf8().constData(), position)
+    env.out << cformat("Saved the %s entry at position %d.", record.typeText->toUtf8().constData(), position)
             << u'\n';
     return 0;
 }

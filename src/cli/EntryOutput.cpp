@@ -45,7 +45,7 @@ void printRecord(QTextStream &out, int position, const CVCItem &item, const Loca
         field(out, u"Invoice"_s, item.invoice);
         break;
     default:
-        field(out, u"Type"_s, item.isOpenTrip() ? u"* OPEN TRIP"_s : item.typeText);
+        field(out, u"Type"_s, item.isOpenTrip() ? u"* OPEN TRIP"_s : item.typeText.text());
         field(out, u"End Odometer"_s, item.endOdometerText().trimmed());
         field(out, u"Distance"_s,
               item.tripDistance() > 0 ? cformat("%-7.0f", item.tripDistance()).trimmed() : QString());

@@ -52,7 +52,7 @@ int InsertCommand::run(const QStringList &arguments, CliEnvironment &env)
     const int position = access.log->insert(record, env.app.reporter);
     if (position < 0)
         return 1;
-    env.out << cformat("Inserted %s entry at position %d.", record.typeText.toUtf8().constData(), position)
+    env.out << cformat("Inserted %s entry at position %d.", record.typeText->toUtf8().constData(), position)
             << u'\n';
     return 0;
 }

@@ -114,7 +114,7 @@ double tripCost(const CVCItem &item, double rate)
 
 QString typeColumn(const CVCItem &item)
 {
-    return item.isOpenTrip() ? u"* OPEN TRIP"_s : item.typeText;
+    return item.isOpenTrip() ? u"* OPEN TRIP"_s : item.typeText.text();
 }
 
 } // namespace

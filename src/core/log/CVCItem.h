@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include "LogText.h"
+
 #include <vector>
 
 class LocaleFormats;
@@ -24,14 +26,14 @@ public:
     // a million-entry log keeps a million of these.
     qint32 distanceUnit = 0;
     double economyUnit = 0.0;
-    QString typeText;
-    QString notes;
-    QString fuelMeasure;
-    QString station;
-    QString invoice;
-    QString purpose;
-    QString destination;
-    QString contact;
+    LogText typeText;
+    LogText notes;
+    LogText fuelMeasure;
+    LogText station;
+    LogText invoice;
+    LogText purpose;
+    LogText destination;
+    LogText contact;
     quint32 departTime = 0;
     quint32 arriveTime = 0;
     quint32 reservedTime = 0;

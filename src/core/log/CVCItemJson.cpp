@@ -13,7 +13,7 @@ struct Field
     qint32 CVCItem::*intField = nullptr;
     quint32 CVCItem::*timeField = nullptr;
     double CVCItem::*doubleField = nullptr;
-    QString CVCItem::*stringField = nullptr;
+    LogText CVCItem::*stringField = nullptr;
 };
 
 Field intF(const QString &key, qint32 CVCItem::*f)
@@ -28,7 +28,7 @@ Field doubleF(const QString &key, double CVCItem::*f)
 {
     return { key, Kind::Double, nullptr, nullptr, f, nullptr };
 }
-Field stringF(const QString &key, QString CVCItem::*f)
+Field stringF(const QString &key, LogText CVCItem::*f)
 {
     return { key, Kind::String, nullptr, nullptr, nullptr, f };
 }
@@ -72,7 +72,7 @@ QJsonObject cvcItemToJson(const CVCItem &item)
             object.insert(f.key, item.*(f.doubleField));
             break;
         case Kind::String:
-            object.insert(f.key, item.*(f.stringField));
+            object.insert(f.key, (item.*(f.stringField)).text());
             break;
         }
     }

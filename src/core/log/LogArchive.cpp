@@ -164,21 +164,21 @@ public:
     { }
 
     // The shared text for these UTF-16 code units (little-endian), made on first sight.
-    QString get(const uchar *units, qsizetype length)
+    LogText get(const uchar *units, qsizetype length)
     {
         if (m_slots.empty())
             m_slots.resize(m_slotCount);
         const size_t bytes = size_t(length) * 2;
         size_t slot = qHashBits(units, bytes) & (m_slotCount - 1);
         for (;;) {
-            QString &s = m_slots[slot];
-            if (s.isNull())
+            const LogText &s = m_slots[slot];
+            if (s.isEmpty())
                 break;
-            if (s.size() == length && std::memcmp(s.utf16(), units, bytes) == 0)
+            if (s.size() == length && std::memcmp(s->utf16(), units, bytes) == 0)
                 return s;
             slot = (slot + 1) & (m_slotCount - 1);
         }
-        QString made = fromUnits(units, length);
+        LogText made = fromUnits(units, length);
         if (m_used < m_slotCount / 2) {
             m_slots[slot] = made;
             ++m_used;
@@ -186,7 +186,7 @@ public:
         return made;
     }
 
-    static QString fromUnits(const uchar *units, qsizetype length)
+    static LogText fromUnits(const uchar *units, qsizetype length)
     {
         QString s(length, Qt::Uninitialized);
         char16_t *dst = reinterpret_cast<char16_t *>(s.data());
@@ -196,7 +196,7 @@ public:
         for (qsizetype i = 0; i < length; ++i)
             dst[i] = qFromLittleEndian<quint16>(units + 2 * i);
 #endif
-        return s;
+        return LogText(std::move(s));
     }
 
 private:
@@ -204,7 +204,7 @@ private:
     static constexpr size_t Slots = 8192;
     static constexpr size_t MinSlots = 64;
     size_t m_slotCount;
-    std::vector<QString> m_slots; // made on the first text, so an empty log costs nothing
+    std::vector<LogText> m_slots; // made on the first text, so an empty log costs nothing
     size_t m_used = 0;
 };
 
@@ -291,7 +291,7 @@ public:
         return word == 0xFFFF ? u32() : word;
     }
 
-    QString string()
+    LogText string()
     {
         const qint64 at = offset();
         qint64 length = lengthField();
@@ -301,21 +301,21 @@ public:
             length = lengthField();
             if (length == Marker) {
                 fail(u"a text at byte %1 has a repeated marker"_s.arg(at));
-                return QString();
+                return LogText();
             }
         }
         if (failed())
-            return QString();
+            return LogText();
         const qint64 bytes = unicode ? length * 2 : length;
         if (left() < bytes) {
             fail(u"a text at byte %1 claims %2 characters, more than the %3 bytes left"_s.arg(at)
                      .arg(length)
                      .arg(left()));
-            return QString();
+            return LogText();
         }
         if (length == 0)
-            return QString();
-        QString s;
+            return LogText();
+        LogText s;
         if (!unicode)
             s = QString::fromLatin1(reinterpret_cast<const char *>(m_p), qsizetype(length));
         else if (length <= TextTable::MaxLength)

@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QHashFunctions>
 #include <QIODevice>
 
 #include "LogArchive.h"
@@ -266,10 +267,10 @@ LogScan VehicleLog::scanEntries(EntryList &entries, const LogScanSettings &setti
             for (int r = 0; r < 10; ++r) {
                 // Oil changes are recognised anywhere in the name, the others only at its start;
                 // an unnamed custom reminder matches nothing.
-                const bool match = r == 0 ? item.typeText.contains(builtin[0])
-                    : r < 5               ? item.typeText.startsWith(builtin[size_t(r)])
+                const bool match = r == 0 ? item.typeText->contains(builtin[0])
+                    : r < 5               ? item.typeText->startsWith(builtin[size_t(r)])
                                           : !settings.customNames[size_t(r - 5)].isEmpty()
-                        && item.typeText.startsWith(settings.customNames[size_t(r - 5)]);
+                        && item.typeText->startsWith(settings.customNames[size_t(r - 5)]);
                 if (!match)
                     continue;
                 scan.lastServiceOdometer[size_t(r)] = item.odometer;

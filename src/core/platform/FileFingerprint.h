@@ -26,5 +26,5 @@ public:
 private:
     QString m_path;
     qint64 m_size = -1;
-    QByteArray m_hash;
+    quint64 m_hash = 0;
 };

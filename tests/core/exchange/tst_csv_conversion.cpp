@@ -38,7 +38,7 @@ QString when(quint32 seconds)
 QString describe(const CVCItem &item)
 {
     QStringList out { cformat("type=%d icon=%d text=%s odo=%.1f date=%s", item.entryType, item.iconIndex,
-                              item.typeText.toUtf8().constData(), item.odometer,
+                              item.typeText->toUtf8().constData(), item.odometer,
                               when(item.entryDate).toUtf8().constData()) };
     auto text = [&](const char *name, const QString &value) {
         if (!value.isEmpty())

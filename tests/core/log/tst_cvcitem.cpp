@@ -18,6 +18,7 @@ private slots:
     void duration();
     void columnTexts();
     void json();
+    void sharedTexts();
 };
 
 void TestCVCItem::duration_data()
@@ -98,6 +99,26 @@ void TestCVCItem::json()
     late.entryDate = 0xFFFFFFF0u; // beyond 2038 still a positive number of seconds
     QCOMPARE(cvcItemToJson(late).value(u"entryDate"_s).toInteger(), qint64(0xFFFFFFF0u));
     QCOMPARE(cvcItemFromJson(cvcItemToJson(late)).entryDate, 0xFFFFFFF0u);
+}
+
+void TestCVCItem::sharedTexts()
+{
+    CVCItem a;
+    a.station = u"Shell"_s;
+    CVCItem b = a;
+    // A copy shares the text and keeps it when the original's field changes or goes.
+    QCOMPARE(b.station->constData(), a.station->constData());
+    a.station = u"BP"_s + a.station;
+    QCOMPARE(a.station.text(), u"BPShell"_s);
+    QCOMPARE(b.station.text(), u"Shell"_s);
+    a = CVCItem();
+    QCOMPARE(b.station.text(), u"Shell"_s);
+    // Equal texts compare equal whether shared or not; an empty text holds nothing.
+    b.notes = QString(u""_s);
+    QVERIFY(b.notes.isEmpty() && b.notes == QString() && !(b.station == u"Shel"_s));
+    a.station = u"Shel"_s + u'l';
+    QVERIFY(a.station == b.station && a.station->constData() != b.station->constData());
+    QCOMPARE(u"at "_s + b.station + u'.', u"at Shell."_s);
 }
 
 QTEST_GUILESS_MAIN(TestCVCItem)

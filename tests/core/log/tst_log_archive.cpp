@@ -246,9 +246,9 @@ void TestLogArchive::repeatedTextsAreShared()
     QVERIFY(archive.decode(LogArchive::encode(written), read, u"Car.vcb"_s));
     QVERIFY(read == written);
     // Readers see equal texts; a repeated one is a single copy in memory.
-    QCOMPARE(read[9].fuelMeasure.constData(), read[0].fuelMeasure.constData());
-    QCOMPARE(read[9997].station.constData(), read[0].station.constData());
-    QVERIFY(read[1].invoice.constData() != read[0].invoice.constData());
+    QCOMPARE(read[9].fuelMeasure->constData(), read[0].fuelMeasure->constData());
+    QCOMPARE(read[9997].station->constData(), read[0].station->constData());
+    QVERIFY(read[1].invoice->constData() != read[0].invoice->constData());
 }
 
 void TestLogArchive::largeFileReadsWhole()
