@@ -31,7 +31,8 @@ QString decodeUtf16Le(const QByteArray &bytes, qsizetype skip)
 {
     const qsizetype units = (bytes.size() - skip) / 2;
     QString text(units, Qt::Uninitialized);
-    qFromLittleEndian<char16_t>(bytes.constData() + skip, units, text.data());
+    if (units > 0)
+        qFromLittleEndian<char16_t>(bytes.constData() + skip, units, text.data());
     return text;
 }
 
@@ -39,7 +40,8 @@ QString decodeUtf16Be(const QByteArray &bytes, qsizetype skip)
 {
     const qsizetype units = (bytes.size() - skip) / 2;
     QString text(units, Qt::Uninitialized);
-    qFromBigEndian<char16_t>(bytes.constData() + skip, units, text.data());
+    if (units > 0)
+        qFromBigEndian<char16_t>(bytes.constData() + skip, units, text.data());
     return text;
 }
 
@@ -67,6 +69,9 @@ int markLessUtf16Order(const QByteArray &bytes)
 
 void appendUtf16Le(QByteArray &out, QStringView text)
 {
+    // An empty view may have no data at all, and the bulk copy must not see a null pointer.
+    if (text.isEmpty())
+        return;
     const qsizetype at = out.size();
     out.resize(at + 2 * text.size());
     qToLittleEndian<char16_t>(text.utf16(), text.size(), out.data() + at);
