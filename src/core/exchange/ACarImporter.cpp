@@ -292,12 +292,7 @@ PeerImportResult ACarImporter::read(const std::vector<PeerFile> &files,
                 result.entries.push_back(entry);
         }
     }
-    QString unitText;
-    if (shownDistance >= 0 && shownLiquid >= 0)
-        unitText = (shownDistance == Units::Miles ? u"mi / "_s : u"km / "_s)
-            + (shownLiquid == Units::Litres          ? u"litres"_s
-                   : shownLiquid == Units::UsGallons ? u"gal"_s
-                                                     : u"imp. gal"_s);
+    const QString unitText = unitsText(shownDistance, shownLiquid);
     result.description = describe(vehicle.isEmpty() ? title() : u"%1 (%2)"_s.arg(title(), vehicle),
                                   result.entries, unitText);
     return result;

@@ -162,12 +162,7 @@ PeerImportResult FuelioImporter::read(const std::vector<PeerFile> &files, const 
             }
         }
     }
-    QString unitText;
-    if (distanceUnit >= 0 && liquidUnit >= 0)
-        unitText = (distanceUnit == Units::Miles ? u"mi / "_s : u"km / "_s)
-            + (liquidUnit == Units::Litres          ? u"litres"_s
-                   : liquidUnit == Units::UsGallons ? u"gal"_s
-                                                    : u"imp. gal"_s);
+    const QString unitText = unitsText(distanceUnit, liquidUnit);
     result.description = describe(title(), result.entries, unitText);
     return result;
 }

@@ -7,8 +7,19 @@
 #include "LubeLoggerImporter.h"
 #include "RoadTripImporter.h"
 #include "SpritmonitorImporter.h"
+#include "calc/Units.h"
 
 using namespace Qt::StringLiterals;
+
+QString PeerImporter::unitsText(int distanceUnit, int liquidUnit)
+{
+    if (distanceUnit < 0 || liquidUnit < 0)
+        return {};
+    return (distanceUnit == Units::Miles ? u"mi / "_s : u"km / "_s)
+        + (liquidUnit == Units::Litres          ? u"litres"_s
+               : liquidUnit == Units::UsGallons ? u"gal"_s
+                                                : u"imp. gal"_s);
+}
 
 QString PeerImporter::describe(const QString &title, const std::vector<PeerEntry> &entries,
                                const QString &units)

@@ -80,6 +80,8 @@ protected:
     // "<title>: 3 fill-ups, 1 service, 2 trips[, units mi / gal]": the kinds present, or "no entries".
     static QString describe(const QString &title, const std::vector<PeerEntry> &entries,
                             const QString &units);
+    // "mi / gal", "km / litres", "km / imp. gal"; empty while either unit is unknown (-1).
+    static QString unitsText(int distanceUnit, int liquidUnit);
     static void skip(PeerImportResult &result, const QString &file, int line, const QString &reason);
     // Adds an entry. A service that names several reminders ("Oil Change, Rotate Tires, Wipers")
     // becomes one entry per reminder, since a reminder only counts from entries whose name starts
