@@ -1,6 +1,5 @@
 #include "DataViewLog.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 #include "calc/FuelEconomy.h"
@@ -40,14 +39,11 @@ bool DataViewLog::load(Reporter &reporter)
     }
     // The bytes are read once: the entries and the fingerprint must describe the same file.
     QString reason;
-    QFile file(path);
-    if (!AtomicFile::checkReadable(path, LogArchive::MaxFileSize, &reason)
-        || !file.open(QIODevice::ReadOnly)) {
-        reporter.error(u"Unable to open the log file %1: %2."_s.arg(
-            path, reason.isEmpty() ? file.errorString() : reason));
+    QByteArray bytes;
+    if (!AtomicFile::readFile(path, LogArchive::MaxFileSize, bytes, &reason)) {
+        reporter.error(u"Unable to open the log file %1: %2."_s.arg(path, reason));
         return false;
     }
-    const QByteArray bytes = file.readAll();
     LogArchive archive;
     EntryList entries;
     if (!archive.decode(bytes, entries, path)) {

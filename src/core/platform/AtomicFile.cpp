@@ -148,6 +148,20 @@ bool AtomicFile::checkReadable(const QString &path, qint64 maxSize, QString *rea
     return false;
 }
 
+bool AtomicFile::readFile(const QString &path, qint64 maxSize, QByteArray &bytes, QString *reason)
+{
+    if (!checkReadable(path, maxSize, reason))
+        return false;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        if (reason)
+            *reason = file.errorString();
+        return false;
+    }
+    bytes = file.readAll();
+    return true;
+}
+
 void AtomicFile::syncFolderOf(const QString &path)
 {
 #ifdef Q_OS_UNIX

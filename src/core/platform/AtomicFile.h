@@ -39,6 +39,8 @@ public:
     // Before reading a file whole: refuses what is not a regular file (a FIFO would block, a
     // device never ends) and what is larger than maxSize. reason gets the system's words.
     static bool checkReadable(const QString &path, qint64 maxSize, QString *reason);
+    // checkReadable, then the whole file into bytes; reason gets the system's words on failure.
+    static bool readFile(const QString &path, qint64 maxSize, QByteArray &bytes, QString *reason);
 
     // Forces the folder's entries (a rename) to disk; best effort.
     static void syncFolderOf(const QString &path);

@@ -2,7 +2,6 @@
 
 #include "AtomicFile.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QHash>
 
@@ -34,12 +33,8 @@ bool FileFingerprint::changedOnDisk(qint64 maxSize) const
     const QFileInfo info(m_path);
     if (!info.exists())
         return false;
-    if (!AtomicFile::checkReadable(m_path, maxSize, nullptr))
-        return true;
     if (info.size() != m_size)
         return true;
-    QFile file(m_path);
-    if (!file.open(QIODevice::ReadOnly))
-        return true;
-    return hashOf(file.readAll()) != m_hash;
+    QByteArray bytes;
+    return !AtomicFile::readFile(m_path, maxSize, bytes, nullptr) || hashOf(bytes) != m_hash;
 }

@@ -100,16 +100,13 @@ bool IniFile::Load(const QString &path)
     if (path.isEmpty())
         return false;
 
-    QFile file(path);
     if (!QFileInfo::exists(path))
         return false;
-    QString reason;
-    if (!AtomicFile::checkReadable(path, MaxFileSize, &reason) || !file.open(QIODevice::ReadOnly)) {
+    QByteArray bytes;
+    if (!AtomicFile::readFile(path, MaxFileSize, bytes, &m_error)) {
         m_unreadable = true;
-        m_error = reason.isEmpty() ? file.errorString() : reason;
         return false;
     }
-    const QByteArray bytes = file.readAll();
     m_loadedHash = contentHash(bytes);
     if (!parse(bytes)) {
         // Never written over: what the user had stays for them to look at or repair.
