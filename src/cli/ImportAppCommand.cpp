@@ -42,13 +42,20 @@ int ImportAppCommand::run(const QStringList &arguments, CliEnvironment &env)
 
     const auto importers = allPeerImporters();
     const PeerImportRun run = PeerImportFiles::read(importers, files, parser.value(from), options);
+    const bool json = parser.isSet(CliSupport::jsonOption());
     if (!run.result.error.isEmpty()) {
         env.err << run.result.error << u'\n';
-        // The vehicles to choose from, one a line.
+        // The vehicles to choose from, one a line; a script gets them as JSON too.
         if (run.result.vehicleNeeded) {
             for (const QString &name : run.result.vehicles)
                 env.err << u"  "_s << name << u'\n';
             env.err << u"Name one with --source-vehicle NAME.\n"_s;
+            if (json)
+                env.out << QString::fromUtf8(
+                    QJsonDocument(
+                        QJsonObject { { u"error"_s, run.result.error },
+                                      { u"vehicles"_s, QJsonArray::fromStringList(run.result.vehicles) } })
+                        .toJson(QJsonDocument::Indented));
         }
         return 1;
     }
@@ -82,17 +89,19 @@ int ImportAppCommand::run(const QStringList &arguments, CliEnvironment &env)
 
     QStringList warnings = run.result.warnings + merged.warnings;
     const int unusable = run.result.skipped + merged.unusable;
-    if (parser.isSet(CliSupport::jsonOption())) {
-        QJsonObject json;
-        json[u"app"_s] = run.importer->id();
-        json[u"recognised"_s] = run.result.description;
-        json[u"vehicle"_s] = session->currentVehicleName();
-        json[u"dryRun"_s] = dry;
-        json[u"added"_s] = added;
-        json[u"duplicates"_s] = merged.duplicates;
-        json[u"unusable"_s] = unusable;
-        json[u"warnings"_s] = QJsonArray::fromStringList(warnings);
-        env.out << QString::fromUtf8(QJsonDocument(json).toJson(QJsonDocument::Indented));
+    if (json) {
+        QJsonObject report;
+        report[u"app"_s] = run.importer->id();
+        report[u"recognised"_s] = run.result.description;
+        report[u"vehicle"_s] = session->currentVehicleName();
+        // The vehicles the files name (aCar's), empty for apps whose files hold one.
+        report[u"vehicles"_s] = QJsonArray::fromStringList(run.result.vehicles);
+        report[u"dryRun"_s] = dry;
+        report[u"added"_s] = added;
+        report[u"duplicates"_s] = merged.duplicates;
+        report[u"unusable"_s] = unusable;
+        report[u"warnings"_s] = QJsonArray::fromStringList(warnings);
+        env.out << QString::fromUtf8(QJsonDocument(report).toJson(QJsonDocument::Indented));
         return 0;
     }
     env.out << run.result.description << u'\n';

@@ -83,6 +83,8 @@ void TestCliImportApp::dryRunThenImportTwice()
     "recognised": "Fuelly export: 3 fill-ups, 1 service, 1 cost, units mi / gal",
     "unusable": 2,
     "vehicle": "My Car",
+    "vehicles": [
+    ],
     "warnings": [
         "fuelups.csv line 5: no fuel quantity",
         "services.csv line 4: no odometer reading"
@@ -120,17 +122,39 @@ void TestCliImportApp::badCalls()
     QVERIFY2(result.err.startsWith(u"Cannot read "_s + m_root->filePath(u"missing.csv"_s)),
              qPrintable(result.err));
 
-    // An aCar file of two vehicles lists them until one is named.
+    // An aCar file of two vehicles lists them until one is named, for a script too.
     const QString acar = QStringLiteral(TARVANE_TEST_DATA "/import/acar/acar.csv");
-    result = m_runner->run({ u"import-app"_s, acar, u"--dry-run"_s });
+    result = m_runner->run({ u"import-app"_s, acar, u"--dry-run"_s, u"--json"_s });
     QCOMPARE(result.exitCode, 1);
     QCOMPARE(result.err,
              u"acar.csv holds 2 vehicles (Civic, Miata); choose one.\n  Civic\n  Miata\n"
              "Name one with --source-vehicle NAME.\n"_s);
-    result = m_runner->run({ u"import-app"_s, acar, u"--source-vehicle"_s, u"Miata"_s, u"--dry-run"_s });
-    QCOMPARE(result.out,
-             u"aCar export (Miata): 1 fill-up, 1 trip, units mi / gal\n"
-             "Would add 2 entries to My Car; skipped 0 as duplicates, 0 as unusable.\n"_s);
+    QCOMPARE(result.out, uR"({
+    "error": "acar.csv holds 2 vehicles (Civic, Miata); choose one.",
+    "vehicles": [
+        "Civic",
+        "Miata"
+    ]
+}
+)"_s);
+    result = m_runner->run(
+        { u"import-app"_s, acar, u"--source-vehicle"_s, u"Miata"_s, u"--dry-run"_s, u"--json"_s });
+    QCOMPARE(result.out, uR"({
+    "added": 2,
+    "app": "acar",
+    "dryRun": true,
+    "duplicates": 0,
+    "recognised": "aCar export (Miata): 1 fill-up, 1 trip, units mi / gal",
+    "unusable": 0,
+    "vehicle": "My Car",
+    "vehicles": [
+        "Civic",
+        "Miata"
+    ],
+    "warnings": [
+    ]
+}
+)"_s);
 }
 
 QTEST_GUILESS_MAIN(TestCliImportApp)

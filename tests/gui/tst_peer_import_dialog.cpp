@@ -8,6 +8,7 @@
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTableWidget>
 #include <QTimer>
 #include <QtTest>
@@ -78,6 +79,7 @@ private slots:
         QCOMPARE(dialog.vehicleBox()->count(), 3);
         QVERIFY(!dialog.importButton()->isEnabled());
         QCOMPARE(dialog.previewTable()->rowCount(), 0);
+        QCOMPARE(dialog.dateOrderNote()->text(), QString());
         QVERIFY(saveScreenshot(&dialog, u"peer-import-choose-vehicle"_s));
 
         // The keyboard picks Civic.
@@ -88,6 +90,8 @@ private slots:
                  u"aCar export (Civic): 3 fill-ups, 3 services, 1 cost, 1 trip, units mi / gal"_s);
         QCOMPARE(dialog.summaryLabel()->text(),
                  u"8 entries to add to My Car; 0 already in the log; 1 row skipped."_s);
+        // Auto took the file's own "d/M/yyyy" and says so.
+        QCOMPARE(dialog.dateOrderNote()->text(), u"dates read as day/month/year"_s);
         // Date, Odometer, Entry, Quantity, Total, Cost, Economy, End, Purpose, Note.
         QCOMPARE(tableRows(dialog.previewTable()),
                  QStringList({
@@ -103,12 +107,18 @@ private slots:
         QCOMPARE(dialog.warningsView()->toPlainText(), u"acar.csv line 15: no odometer reading"_s);
         QVERIFY(dialog.importButton()->isEnabled());
         QVERIFY(saveScreenshot(&dialog, u"peer-import-acar"_s));
+        // The first column is in view, and the scroll bar shows it: a dark handle at the left end,
+        // the light groove to its right.
+        const QImage bar = dialog.previewTable()->horizontalScrollBar()->grab().toImage();
+        QVERIFY(qGray(bar.pixel(bar.width() / 10, bar.height() / 2))
+                < qGray(bar.pixel(bar.width() * 9 / 10, bar.height() / 2)));
 
         // The date order overridden: 10/2/2024 read as October 2 is past every other date.
         dialog.dateOrderBox()->setFocus();
         QTest::keyClick(dialog.dateOrderBox(), Qt::Key_Down);
         QCOMPARE(dialog.dateOrderBox()->currentText(), u"M/d/yyyy"_s);
         QCOMPARE(tableRows(dialog.previewTable()).constLast().left(9), u"10/2/2024"_s);
+        QCOMPARE(dialog.dateOrderNote()->text(), QString());
         QCOMPARE(dialog.vehicleBox()->currentText(), u"Civic"_s);
         QTest::keyClick(dialog.dateOrderBox(), Qt::Key_Up);
 

@@ -102,6 +102,40 @@ Columns columnsFor(const QStringList &header, const QStringList &fields)
     return Columns(names);
 }
 
+// One file's rows and the sections that point into them.
+struct ParsedFile
+{
+    std::vector<PeerCsvRow> rows;
+    std::map<QString, Section> sections;
+};
+
+// Adds the vehicles a file names, in its Vehicles section or its records, that are not listed
+// yet, with the units its Vehicles section gives them.
+void collectVehicles(std::map<QString, Section> &sections, QStringList &names,
+                     QHash<QString, std::pair<int, int>> &units)
+{
+    const Section &vehicles = sections[u"vehicles"_s];
+    const Columns vehicleColumns(vehicles.header);
+    for (const PeerCsvRow *row : vehicles.rows) {
+        const QString name = field(row->fields, vehicleColumns.find({ u"Name"_s }));
+        if (name.isEmpty() || names.contains(name))
+            continue;
+        names.append(name);
+        units.insert(name,
+                     { distanceOf(field(row->fields, vehicleColumns.find({ u"Distance Unit"_s })), -1),
+                       liquidOf(field(row->fields, vehicleColumns.find({ u"Volume Unit"_s })), -1) });
+    }
+    for (const QString &title : { u"fill-up records"_s, u"event records"_s, u"trip records"_s }) {
+        const Section &section = sections[title];
+        const int column = Columns(section.header).find({ u"Vehicle"_s });
+        for (const PeerCsvRow *row : section.rows) {
+            const QString name = field(row->fields, column);
+            if (!name.isEmpty() && !names.contains(name))
+                names.append(name);
+        }
+    }
+}
+
 QString dateText(const QStringList &f, const Columns &c, const QString &date, const QString &time)
 {
     return QString(field(f, c.find({ date })) + u' ' + field(f, c.find({ time }))).trimmed();
@@ -124,85 +158,73 @@ PeerImportResult ACarImporter::read(const std::vector<PeerFile> &files,
                                     const PeerImportOptions &options) const
 {
     PeerImportResult result;
-    int shownDistance = -1;
-    int shownLiquid = -1;
-    QString vehicle;
-    for (const PeerFile &file : files) {
-        const std::vector<PeerCsvRow> rows = PeerCsvReader::parse(file.bytes, u',');
-        std::map<QString, Section> sections = sectionsOf(rows);
+    // Every file is read first: the vehicles to choose from are those of all files together, in
+    // the order they first appear, and the one chosen is taken from each file. Sized once, so the
+    // sections' row pointers stay valid.
+    std::vector<ParsedFile> parsed(files.size());
+    QStringList names;
+    QHash<QString, std::pair<int, int>> units;
+    for (size_t i = 0; i < files.size(); ++i) {
+        ParsedFile &one = parsed[i];
+        one.rows = PeerCsvReader::parse(files[i].bytes, u',');
+        one.sections = sectionsOf(one.rows);
+        if (one.sections[u"fill-up records"_s].header.isEmpty()
+            && one.sections[u"event records"_s].header.isEmpty()
+            && one.sections[u"trip records"_s].header.isEmpty()) {
+            result.error = u"%1: no \"Fill-Up Records\", \"Event Records\" or \"Trip Records\" section"_s.arg(
+                files[i].name);
+            return result;
+        }
+        collectVehicles(one.sections, names, units);
+    }
+    result.vehicles = names;
+    QString vehicle = options.sourceVehicle;
+    if (vehicle.isEmpty() && names.size() == 1)
+        vehicle = names.first();
+    const bool single = files.size() == 1;
+    if (vehicle.isEmpty() && names.size() > 1) {
+        result.vehicleNeeded = true;
+        result.error = u"%1 %2 vehicles (%3); choose one."_s.arg(
+            single ? files.front().name + u" holds"_s : u"The files hold"_s, QString::number(names.size()),
+            names.join(u", "_s));
+        return result;
+    }
+    if (!vehicle.isEmpty() && !names.isEmpty() && !names.contains(vehicle)) {
+        result.vehicleNeeded = true;
+        result.error = u"%1 no vehicle \"%2\"; %3 %4."_s.arg(
+            single ? files.front().name + u" has"_s : u"The files have"_s, vehicle,
+            single ? u"it holds"_s : u"they hold"_s, names.join(u", "_s));
+        return result;
+    }
+    const auto [vehicleDistance, vehicleLiquid] = units.value(vehicle, { -1, -1 });
+    int shownDistance = vehicleDistance;
+    int shownLiquid = vehicleLiquid;
+
+    for (size_t i = 0; i < files.size(); ++i) {
+        const PeerFile &file = files[i];
+        std::map<QString, Section> &sections = parsed[i].sections;
         const Section &fills = sections[u"fill-up records"_s];
         const Section &events = sections[u"event records"_s];
         const Section &trips = sections[u"trip records"_s];
-        if (fills.header.isEmpty() && events.header.isEmpty() && trips.header.isEmpty()) {
-            result.error = u"%1: no \"Fill-Up Records\", \"Event Records\" or \"Trip Records\" section"_s.arg(
-                file.name);
-            return result;
-        }
-
-        // The vehicles, their units, and the one these entries are for.
-        QStringList names;
-        QHash<QString, std::pair<int, int>> units;
-        const Section &vehicles = sections[u"vehicles"_s];
-        const Columns vehicleColumns(vehicles.header);
-        for (const PeerCsvRow *row : vehicles.rows) {
-            const QString name = field(row->fields, vehicleColumns.find({ u"Name"_s }));
-            if (name.isEmpty() || names.contains(name))
-                continue;
-            names.append(name);
-            units.insert(name,
-                         { distanceOf(field(row->fields, vehicleColumns.find({ u"Distance Unit"_s })), -1),
-                           liquidOf(field(row->fields, vehicleColumns.find({ u"Volume Unit"_s })), -1) });
-        }
-        for (const Section *section : { &fills, &events, &trips }) {
-            const int column = Columns(section->header).find({ u"Vehicle"_s });
-            for (const PeerCsvRow *row : section->rows) {
-                const QString name = field(row->fields, column);
-                if (!name.isEmpty() && !names.contains(name))
-                    names.append(name);
-            }
-        }
-        result.vehicles = names;
-        vehicle = options.sourceVehicle;
-        if (vehicle.isEmpty() && names.size() == 1)
-            vehicle = names.first();
-        if (vehicle.isEmpty() && names.size() > 1) {
-            result.vehicleNeeded = true;
-            result.error = u"%1 holds %2 vehicles (%3); choose one."_s.arg(
-                file.name, QString::number(names.size()), names.join(u", "_s));
-            return result;
-        }
-        if (!vehicle.isEmpty() && !names.isEmpty() && !names.contains(vehicle)) {
-            result.vehicleNeeded = true;
-            result.error
-                = u"%1 has no vehicle \"%2\"; it holds %3."_s.arg(file.name, vehicle, names.join(u", "_s));
-            return result;
-        }
-        const auto [vehicleDistance, vehicleLiquid] = units.value(vehicle, { -1, -1 });
-        shownDistance = vehicleDistance;
-        shownLiquid = vehicleLiquid;
         // Rows of another vehicle are left out quietly; only this vehicle's rows count.
         auto ours = [&](const QStringList &f, const Columns &c) {
             const QString name = field(f, c.find({ u"Vehicle"_s }));
             return name.isEmpty() || name == vehicle;
         };
 
-        // The date order: the user's choice, else the Metadata's, else the dates themselves.
+        // The date order: the user's choice, else the file's Metadata, else the dates themselves.
         DateOrder order = options.dateOrder;
-        if (order == DateOrder::Auto) {
-            const Section &meta = sections[u"metadata"_s];
-            if (!meta.rows.empty())
-                order = declaredOrder(
-                    field(meta.rows.front()->fields, Columns(meta.header).find({ u"Date Format"_s })));
+        const Section &meta = sections[u"metadata"_s];
+        if (order == DateOrder::Auto && !meta.rows.empty())
+            order = declaredOrder(
+                field(meta.rows.front()->fields, Columns(meta.header).find({ u"Date Format"_s })));
+        QStringList dates;
+        for (const Section *section : { &fills, &events, &trips }) {
+            const Columns c(section->header);
+            for (const PeerCsvRow *row : section->rows)
+                dates.append(field(row->fields, c.find({ u"Date"_s, u"Start Date"_s })));
         }
-        if (order == DateOrder::Auto) {
-            QStringList dates;
-            for (const Section *section : { &fills, &events, &trips }) {
-                const Columns c(section->header);
-                for (const PeerCsvRow *row : section->rows)
-                    dates.append(field(row->fields, c.find({ u"Date"_s, u"Start Date"_s })));
-            }
-            order = inferDateOrder(dates);
-        }
+        order = settleOrder(result, file.name, order, dates);
 
         const Columns fillColumns(fills.header);
         for (const PeerCsvRow *row : fills.rows) {

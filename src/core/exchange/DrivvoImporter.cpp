@@ -50,13 +50,20 @@ PeerImportResult DrivvoImporter::read(const std::vector<PeerFile> &files,
             const int full = columns.find({ u"Filled tank completely"_s });
             const int station = columns.find({ u"Gas station"_s, u"Local expense"_s, u"Local service"_s });
             const int notes = columns.find({ u"Notes"_s });
+            // One order for the section's dates: the user's, else the one the column shows.
+            QStringList dates;
+            for (size_t d = r;
+                 d < rows.size() && !rows[d].isBlank() && !rows[d].fields.first().trimmed().startsWith(u'#');
+                 ++d)
+                dates.append(field(rows[d].fields, date));
+            const DateOrder order = settleOrder(result, file.name, options.dateOrder, dates);
             for (; r < rows.size() && !rows[r].isBlank(); ++r) {
                 const QStringList &f = rows[r].fields;
                 if (f.first().trimmed().startsWith(u'#'))
                     break;
                 PeerEntry entry;
                 entry.line = rows[r].line;
-                entry.date = parseDate(field(f, date), options.dateOrder);
+                entry.date = parseDate(field(f, date), order);
                 entry.odometer = number(field(f, odometer), u'.');
                 entry.distanceUnit = distanceUnit;
                 entry.station = field(f, station);

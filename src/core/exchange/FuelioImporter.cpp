@@ -75,6 +75,7 @@ PeerImportResult FuelioImporter::read(const std::vector<PeerFile> &files, const 
             result.error = u"%1: no \"## Log\" or \"## Costs\" section"_s.arg(file.name);
             return result;
         }
+        settled(result, file.name, DateOrder::Ymd); // the app writes its dates one way
         if (const auto &vehicle = sections[u"vehicle"_s]; vehicle.size() >= 2) {
             const Columns columns(vehicle[0]->fields);
             const QString dist = field(vehicle[1]->fields, columns.find({ u"DistUnit"_s }));

@@ -64,6 +64,8 @@ PeerImportResult FuellyImporter::read(const std::vector<PeerFile> &files, const 
         }
         if (fuel)
             units = unitsOf(columns);
+        if (rows.size() > 1)
+            settled(result, file->name, DateOrder::Ymd); // the app writes its dates one way
         const int odometer = columns.find({ u"odometer"_s });
         const int date = columns.find({ fuel ? u"fuelup_date"_s : u"service_date"_s });
         const int volume = columns.find({ u"gallons"_s, u"litres"_s, u"liters"_s });

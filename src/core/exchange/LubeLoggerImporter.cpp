@@ -69,8 +69,7 @@ PeerImportResult LubeLoggerImporter::read(const std::vector<PeerFile> &files,
         QStringList dates;
         for (size_t r = 1; r < rows.size(); ++r)
             dates.append(field(rows[r].fields, date));
-        const DateOrder order
-            = options.dateOrder != DateOrder::Auto ? options.dateOrder : inferDateOrder(dates);
+        const DateOrder order = settleOrder(result, file.name, options.dateOrder, dates);
         const bool dotted = !dates.isEmpty() && dates.first().contains(u'.');
         const QChar mark = dotted ? u',' : u'.';
 

@@ -67,6 +67,13 @@ QString PeerImportPlan::recognised() const
     return m_run.result.error.isEmpty() ? m_run.result.description : m_run.result.error;
 }
 
+QString PeerImportPlan::dateOrderNote() const
+{
+    if (failed() || m_options.dateOrder != PeerText::DateOrder::Auto)
+        return QString();
+    return dateOrderText(m_run.result);
+}
+
 QStringList PeerImportPlan::vehicles() const
 {
     return m_run.result.vehicles.size() > 1 ? m_run.result.vehicles : QStringList();

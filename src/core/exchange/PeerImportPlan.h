@@ -45,6 +45,9 @@ public:
     // "Fuelio backup: 212 fill-ups, 14 costs, units km / litres", or why nothing can be imported.
     QString recognised() const;
     bool failed() const { return !m_run.result.error.isEmpty() || m_files.isEmpty(); }
+    // What "Auto" settled on, "dates read as day/month/year"; empty for an order the user chose
+    // or while nothing could be read.
+    QString dateOrderNote() const;
     // The vehicles of a file that holds several (the screen offers them), else empty.
     QStringList vehicles() const;
     bool vehicleNeeded() const { return m_run.result.vehicleNeeded; }

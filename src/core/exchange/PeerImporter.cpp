@@ -9,6 +9,8 @@
 #include "SpritmonitorImporter.h"
 #include "calc/Units.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 QString PeerImporter::unitsText(int distanceUnit, int liquidUnit)
@@ -57,6 +59,52 @@ void PeerImporter::skip(PeerImportResult &result, const QString &file, int line,
 {
     result.warnings.append(u"%1 line %2: %3"_s.arg(file).arg(line).arg(reason));
     ++result.skipped;
+}
+
+void PeerImporter::settled(PeerImportResult &result, const QString &file, PeerText::DateOrder order)
+{
+    const bool known = std::any_of(result.dateOrders.cbegin(), result.dateOrders.cend(),
+                                   [&](const auto &one) { return one.first == file; });
+    if (!known)
+        result.dateOrders.append({ file, order });
+}
+
+PeerText::DateOrder PeerImporter::settleOrder(PeerImportResult &result, const QString &file,
+                                              PeerText::DateOrder chosen, const QStringList &dates)
+{
+    const PeerText::DateOrder order
+        = chosen == PeerText::DateOrder::Auto ? PeerText::inferDateOrder(dates) : chosen;
+    if (!dates.isEmpty())
+        settled(result, file, order);
+    return order;
+}
+
+QString dateOrderText(const PeerImportResult &result)
+{
+    auto words = [](PeerText::DateOrder order) {
+        switch (order) {
+        case PeerText::DateOrder::Mdy:
+            return u"month/day/year"_s;
+        case PeerText::DateOrder::Dmy:
+            return u"day/month/year"_s;
+        case PeerText::DateOrder::Ymd:
+            return u"year-month-day"_s;
+        case PeerText::DateOrder::Auto:
+            break;
+        }
+        return u"each date as it reads best"_s;
+    };
+    if (result.dateOrders.isEmpty())
+        return QString();
+    const bool same = std::all_of(result.dateOrders.cbegin(), result.dateOrders.cend(), [&](const auto &one) {
+        return one.second == result.dateOrders.first().second;
+    });
+    if (same)
+        return u"dates read as "_s + words(result.dateOrders.first().second);
+    QStringList parts;
+    for (const auto &[file, order] : result.dateOrders)
+        parts.append(words(order) + u" in "_s + file);
+    return u"dates read as "_s + parts.join(u", "_s);
 }
 
 void PeerImporter::add(PeerImportResult &result, const PeerEntry &entry)

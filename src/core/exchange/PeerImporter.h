@@ -61,6 +61,9 @@ struct PeerImportResult
     // result is an error that asks for one.
     QStringList vehicles;
     bool vehicleNeeded = false; // the error asks for one of the vehicles
+    // The order each file's dates were read in (the user's, the file's own or the one its dates
+    // show), by file name in file order; a file without dates is left out.
+    QList<std::pair<QString, PeerText::DateOrder>> dateOrders;
 };
 
 // The reader of one app's export files.
@@ -83,11 +86,21 @@ protected:
     // "mi / gal", "km / litres", "km / imp. gal"; empty while either unit is unknown (-1).
     static QString unitsText(int distanceUnit, int liquidUnit);
     static void skip(PeerImportResult &result, const QString &file, int line, const QString &reason);
+    // Records the order a file's dates were read in; its first section's order stands.
+    static void settled(PeerImportResult &result, const QString &file, PeerText::DateOrder order);
+    // The order for a column of dates: the user's choice, else the one the dates show; recorded
+    // for the file when there are dates.
+    static PeerText::DateOrder settleOrder(PeerImportResult &result, const QString &file,
+                                           PeerText::DateOrder chosen, const QStringList &dates);
     // Adds an entry. A service that names several reminders ("Oil Change, Rotate Tires, Wipers")
     // becomes one entry per reminder, since a reminder only counts from entries whose name starts
     // with its own: the first keeps the cost and the other names, the others cost nothing.
     static void add(PeerImportResult &result, const PeerEntry &entry);
 };
+
+// "dates read as day/month/year", or "dates read as day/month/year in fuel.csv, month/day/year in
+// service.csv" when the files differ; empty when no dates were read.
+QString dateOrderText(const PeerImportResult &result);
 
 // Every importer, in the order auto-detection asks them.
 std::vector<std::unique_ptr<PeerImporter>> allPeerImporters();

@@ -83,11 +83,16 @@ PeerImportResult RoadTripImporter::read(const std::vector<PeerFile> &files,
             const int note = columns.find({ u"Note"_s });
             const int location = columns.find({ u"Location"_s });
             const int type = columns.find({ u"Type"_s });
+            // One order for the section's dates: the user's, else the one the column shows.
+            QStringList dates;
+            for (size_t d = r; d < rows.size() && !rows[d].isBlank(); ++d)
+                dates.append(field(rows[d].fields, date));
+            const DateOrder order = settleOrder(result, file.name, options.dateOrder, dates);
             for (; r < rows.size() && !rows[r].isBlank(); ++r) {
                 const QStringList &f = rows[r].fields;
                 PeerEntry entry;
                 entry.line = rows[r].line;
-                entry.date = parseDate(field(f, date), options.dateOrder);
+                entry.date = parseDate(field(f, date), order);
                 entry.odometer = number(field(f, odometer), mark);
                 entry.distanceUnit = distanceUnit;
                 entry.notes = field(f, note);

@@ -48,6 +48,8 @@ PeerImportResult SpritmonitorImporter::read(const std::vector<PeerFile> &files,
         if (rows.empty())
             continue;
         const Columns columns(rows.front().fields);
+        if (rows.size() > 1)
+            settled(result, file.name, order);
         const int date = columns.find({ u"Datum"_s, u"Date"_s });
         const int odometer = columns.find({ u"Km-Stand"_s, u"Odometer"_s });
         const int quantity = columns.find({ u"Spritmenge"_s, u"Quantity"_s });

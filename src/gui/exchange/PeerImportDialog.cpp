@@ -91,7 +91,14 @@ void PeerImportDialog::buildControls()
     m_dateOrder->addItems(PeerImportPlan::dateOrderNames());
     auto *orderLabel = new QLabel(u"&Date order"_s);
     orderLabel->setBuddy(m_dateOrder);
-    choices->addRow(orderLabel, m_dateOrder);
+    // Beside "Auto", the order it settled on, so a wrong guess shows before the import.
+    m_dateOrderNote = new QLabel;
+    m_dateOrderNote->setObjectName(u"dateOrderNote"_s);
+    m_dateOrderNote->setWordWrap(true);
+    auto *orderRow = new QHBoxLayout;
+    orderRow->addWidget(m_dateOrder);
+    orderRow->addWidget(m_dateOrderNote, 1);
+    choices->addRow(orderLabel, orderRow);
     layout->addLayout(choices);
 
     m_summary = new QLabel;
@@ -110,6 +117,17 @@ void PeerImportDialog::buildControls()
     m_preview->verticalHeader()->setVisible(false);
     m_preview->verticalHeader()->setDefaultSectionSize(TouchHeight - 4);
     m_preview->setWordWrap(false);
+    // The standard style draws a handle lighter than its groove: beside the white cells the gray
+    // groove reads as a handle at the far end while the view is at the first column. A dark handle
+    // on a light groove shows where the view is.
+    m_preview->setStyleSheet(
+        u"QScrollBar { background: palette(window); border: none; }"
+        "QScrollBar:horizontal { height: 14px; } QScrollBar:vertical { width: 14px; }"
+        "QScrollBar::handle { background: palette(mid); border-radius: 4px; }"
+        "QScrollBar::handle:horizontal { min-width: 32px; margin: 3px 1px; }"
+        "QScrollBar::handle:vertical { min-height: 32px; margin: 1px 3px; }"
+        "QScrollBar::add-line, QScrollBar::sub-line { width: 0px; height: 0px; border: none; }"
+        "QScrollBar::add-page, QScrollBar::sub-page { background: none; }"_s);
     layout->addWidget(m_preview, 3);
 
     m_warningsLabel = new QLabel(u"&Skipped rows"_s);
@@ -182,6 +200,7 @@ void PeerImportDialog::refresh()
     }
     m_clear->setEnabled(!m_plan.files().isEmpty() && !m_busy);
     m_recognised->setText(m_plan.recognised());
+    m_dateOrderNote->setText(m_plan.dateOrderNote());
 
     // The vehicle picker appears for a file of several vehicles and keeps the choice made.
     const QStringList vehicles = m_plan.vehicles();

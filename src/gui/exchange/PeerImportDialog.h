@@ -39,6 +39,7 @@ public:
     QLabel *summaryLabel() const { return m_summary; }
     QComboBox *vehicleBox() const { return m_vehicle; }
     QComboBox *dateOrderBox() const { return m_dateOrder; }
+    QLabel *dateOrderNote() const { return m_dateOrderNote; }
     QTableWidget *previewTable() const { return m_preview; }
     QPlainTextEdit *warningsView() const { return m_warnings; }
     QPushButton *importButton() const { return m_import; }
@@ -68,6 +69,7 @@ private:
     QLabel *m_vehicleLabel = nullptr;
     QComboBox *m_vehicle = nullptr;
     QComboBox *m_dateOrder = nullptr;
+    QLabel *m_dateOrderNote = nullptr;
     QLabel *m_summary = nullptr;
     QTableWidget *m_preview = nullptr;
     QLabel *m_warningsLabel = nullptr;

@@ -142,26 +142,31 @@ void TestPeerImport::importers_data()
     QTest::addColumn<QStringList>("files");
     QTest::addColumn<QString>("app");
     QTest::addColumn<QString>("expected");
+    // What the dialog shows beside an "Auto" date order.
+    QTest::addColumn<QString>("dates");
+    const QString ymd = u"dates read as year-month-day"_s;
+    const QString dmy = u"dates read as day/month/year"_s;
     QTest::newRow("fuelly, newest first, into miles")
         << QStringList { u"fuelly/services.csv"_s, u"fuelly/fuelups.csv"_s } << u"fuelly"_s
-        << u"fuelly/expected.json"_s;
+        << u"fuelly/expected.json"_s << ymd;
     QTest::newRow("fuelly into km and litres")
         << QStringList { u"fuelly/fuelups.csv"_s, u"fuelly/services.csv"_s } << u"fuelly"_s
-        << u"fuelly/expected_km.json"_s;
+        << u"fuelly/expected_km.json"_s << ymd;
     QTest::newRow("fuelio sections") << QStringList { u"fuelio/vehicle-1-sync.csv"_s } << u"fuelio"_s
-                                     << u"fuelio/expected.json"_s;
+                                     << u"fuelio/expected.json"_s << ymd;
     QTest::newRow("lubelogger, German fuel and US services")
         << QStringList { u"lubelogger/fuel.csv"_s, u"lubelogger/service.csv"_s } << u"lubelogger"_s
-        << u"lubelogger/expected.json"_s;
+        << u"lubelogger/expected.json"_s
+        << u"dates read as day/month/year in fuel.csv, month/day/year in service.csv"_s;
     QTest::newRow("spritmonitor, costs file first")
         << QStringList { u"spritmonitor/123_costs.csv"_s, u"spritmonitor/123_fuelings.csv"_s }
-        << u"spritmonitor"_s << u"spritmonitor/expected.json"_s;
+        << u"spritmonitor"_s << u"spritmonitor/expected.json"_s << dmy;
     QTest::newRow("road trip, declared separator, a reset fill-up")
-        << QStringList { u"roadtrip/roadtrip.csv"_s } << u"roadtrip"_s << u"roadtrip/expected.json"_s;
+        << QStringList { u"roadtrip/roadtrip.csv"_s } << u"roadtrip"_s << u"roadtrip/expected.json"_s << ymd;
     QTest::newRow("drivvo, mixed fill-up and one visit's two services")
-        << QStringList { u"drivvo/drivvo.csv"_s } << u"drivvo"_s << u"drivvo/expected.json"_s;
+        << QStringList { u"drivvo/drivvo.csv"_s } << u"drivvo"_s << u"drivvo/expected.json"_s << ymd;
     QTest::newRow("acar, one of two vehicles, declared d/M, trips and a short event row")
-        << QStringList { u"acar/acar.csv"_s } << u"acar"_s << u"acar/expected.json"_s;
+        << QStringList { u"acar/acar.csv"_s } << u"acar"_s << u"acar/expected.json"_s << dmy;
 }
 
 void TestPeerImport::importers()
@@ -169,6 +174,7 @@ void TestPeerImport::importers()
     QFETCH(QStringList, files);
     QFETCH(QString, app);
     QFETCH(QString, expected);
+    QFETCH(QString, dates);
     QFile file(dataPath(expected));
     QVERIFY(file.open(QIODevice::ReadOnly));
     const QJsonObject want = QJsonDocument::fromJson(file.readAll()).object();
@@ -191,6 +197,7 @@ void TestPeerImport::importers()
     QCOMPARE(run.importer->id(), app);
     QCOMPARE(run.result.description, want.value(u"description"_s).toString());
     QCOMPARE(run.result.skipped, want.value(u"skipped"_s).toInt());
+    QCOMPARE(dateOrderText(run.result), dates);
 
     const PeerMergeResult merged = PeerLogMerge::merge({}, run.result.entries, vehicle);
     const QJsonArray records = want.value(u"records"_s).toArray();
@@ -249,6 +256,28 @@ void TestPeerImport::visitKeptAndDetected()
     acar = PeerImportFiles::read(importers, { dataPath(u"acar/acar.csv"_s) }, u"acar"_s, options);
     QCOMPARE(acar.result.entries.size(), size_t(2));
     QCOMPARE(acar.result.entries[0].date, QDateTime(QDate(2024, 9, 2), QTime(8, 0)));
+
+    // Two aCar files: the vehicles of both, in the order they first appear; the one chosen is
+    // taken from each file, its dates read in that file's own declared order.
+    const QStringList two = { dataPath(u"acar/acar.csv"_s), dataPath(u"acar/acar2.csv"_s) };
+    acar = PeerImportFiles::read(importers, two, u"auto"_s, {});
+    QCOMPARE(acar.result.error, u"The files hold 3 vehicles (Civic, Miata, Jeep); choose one."_s);
+    QCOMPARE(acar.result.vehicles, QStringList({ u"Civic"_s, u"Miata"_s, u"Jeep"_s }));
+    options.dateOrder = PeerText::DateOrder::Auto;
+    acar = PeerImportFiles::read(importers, two, u"auto"_s, options);
+    QCOMPARE(acar.result.description, u"aCar export (Miata): 2 fill-ups, 1 trip, units mi / gal"_s);
+    QList<QDateTime> dates;
+    for (const PeerEntry &entry : acar.result.entries)
+        dates.append(entry.date);
+    QCOMPARE(dates,
+             QList<QDateTime>({ QDateTime(QDate(2024, 2, 9), QTime(8, 0)),
+                                QDateTime(QDate(2024, 2, 4), QTime(7, 0)),
+                                QDateTime(QDate(2024, 2, 20), QTime(18, 0)) }));
+    QCOMPARE(dateOrderText(acar.result),
+             u"dates read as day/month/year in acar.csv, month/day/year in acar2.csv"_s);
+    options.sourceVehicle = u"Beetle"_s;
+    acar = PeerImportFiles::read(importers, two, u"auto"_s, options);
+    QCOMPARE(acar.result.error, u"The files have no vehicle \"Beetle\"; they hold Civic, Miata, Jeep."_s);
 
     // A file nobody recognises is named as such.
     QCOMPARE(detectPeerImporter(importers, { u"x.csv"_s, "a,b\n1,2\n"_ba }), nullptr);
