@@ -6,6 +6,7 @@
 #include <QIODevice>
 
 #include "LogArchive.h"
+#include "TextMemo.h"
 #include "platform/AtomicFile.h"
 #include "platform/CFormat.h"
 #include "platform/Clock.h"
@@ -245,6 +246,7 @@ LogScan VehicleLog::scanEntries(EntryList &entries, const LogScanSettings &setti
     static const std::array<QString, 5> builtin
         = { u"Oil Change"_s, u"Coolant Flush"_s, u"Transmission Service"_s, u"Tune-Up"_s, u"Rotate Tires"_s };
     LogScan scan;
+    TextMemo<quint16> reminders; // which reminders a maintenance type names
     scan.lastOdometer = settings.startOdometer;
     qint32 position = 0;
     for (CVCItem &item : entries) {
@@ -264,14 +266,22 @@ LogScan VehicleLog::scanEntries(EntryList &entries, const LogScanSettings &setti
                 scan.lastOdometer = item.endOdometer;
         } else if (item.entryType == CVCItem::Maintenance && item.odometer >= scan.lastOdometer
                    && item.odometer >= settings.startOdometer) {
+            const quint16 matches = reminders.get(item.typeText, [&](const QString &type) {
+                quint16 mask = 0;
+                for (int r = 0; r < 10; ++r) {
+                    // Oil changes are recognised anywhere in the name, the others only at its
+                    // start; an unnamed custom reminder matches nothing.
+                    const bool match = r == 0 ? type.contains(builtin[0])
+                        : r < 5               ? type.startsWith(builtin[size_t(r)])
+                                              : !settings.customNames[size_t(r - 5)].isEmpty()
+                            && type.startsWith(settings.customNames[size_t(r - 5)]);
+                    if (match)
+                        mask |= quint16(1u << r);
+                }
+                return mask;
+            });
             for (int r = 0; r < 10; ++r) {
-                // Oil changes are recognised anywhere in the name, the others only at its start;
-                // an unnamed custom reminder matches nothing.
-                const bool match = r == 0 ? item.typeText->contains(builtin[0])
-                    : r < 5               ? item.typeText->startsWith(builtin[size_t(r)])
-                                          : !settings.customNames[size_t(r - 5)].isEmpty()
-                        && item.typeText->startsWith(settings.customNames[size_t(r - 5)]);
-                if (!match)
+                if (!(matches & (1u << r)))
                     continue;
                 scan.lastServiceOdometer[size_t(r)] = item.odometer;
                 if (item.entryDate != 0)
