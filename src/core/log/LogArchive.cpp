@@ -2,6 +2,8 @@
 
 #include "LogRecordReader.h"
 #include "platform/AtomicFile.h"
+#include "platform/ContentHash.h"
+#include "platform/FileFingerprint.h"
 
 #include <QFile>
 #include <QFileDevice>
@@ -198,7 +200,7 @@ void adviseHugePages(const void *begin, size_t bytes)
     constexpr quintptr Huge = quintptr(2) << 20;
     const quintptr first = (quintptr(begin) + Huge - 1) & ~(Huge - 1);
     const quintptr last = (quintptr(begin) + bytes) & ~(Huge - 1);
-    if (last > first + 2 * Huge && !qEnvironmentVariableIsSet("NOHUGE"))
+    if (last > first + 2 * Huge)
         madvise(reinterpret_cast<void *>(first), last - first, MADV_HUGEPAGE);
 #else
     Q_UNUSED(begin);
@@ -215,33 +217,89 @@ QString deviceName(QIODevice *device, const QString &fallback)
 
 } // namespace
 
+namespace {
+
+qsizetype headerSize(quint32 count)
+{
+    return (count < 0xFFFF ? 2 : 6) + (count > 0 ? 6 + ClassNameLength : 0);
+}
+
+void writeHeader(Writer &w, quint32 count)
+{
+    w.count(count);
+    if (count > 0) {
+        w.u16(NewClassTag);
+        w.u16(Schema);
+        w.u16(ClassNameLength);
+        w.bytes(ClassName, ClassNameLength);
+    }
+}
+
+// The first record follows the class description in the header; every later one names the class
+// by its index.
+void writeEntry(Writer &w, const CVCItem &item, bool first)
+{
+    if (!first)
+        w.u16(ClassIndexTag);
+    writeRecord(w, item);
+}
+
+} // namespace
+
 QByteArray LogArchive::encode(const EntryList &entries)
 {
     const quint32 count = quint32(entries.size());
-    qsizetype size = (count < 0xFFFF ? 2 : 6) + 2;
+    qsizetype size = headerSize(count) + 2;
     if (count > 0)
-        size += 6 + ClassNameLength + qsizetype(count - 1) * 2;
+        size += qsizetype(count - 1) * 2;
     for (const CVCItem &item : entries)
         size += recordSize(item);
     QByteArray out(size, Qt::Uninitialized);
     Writer w(out.data());
-    w.count(count);
-    bool first = true;
-    for (const CVCItem &item : entries) {
-        if (first) {
-            w.u16(NewClassTag);
-            w.u16(Schema);
-            w.u16(ClassNameLength);
-            w.bytes(ClassName, ClassNameLength);
-            first = false;
-        } else {
-            w.u16(ClassIndexTag);
-        }
-        writeRecord(w, item);
-    }
+    writeHeader(w, count);
+    for (size_t i = 0; i < entries.size(); ++i)
+        writeEntry(w, entries[i], i == 0);
     w.u16(0); // the second, always empty, collection
     Q_ASSERT(w.position() == out.constData() + size);
     return out;
+}
+
+bool LogArchive::encodeInChunks(const EntryList &entries,
+                                const std::function<bool(const char *, qsizetype)> &sink)
+{
+    // Small enough to stay in the processor's cache between being made and being handed on.
+    constexpr qsizetype ChunkSize = qsizetype(1) << 20;
+    const quint32 count = quint32(entries.size());
+    std::vector<char> buffer(static_cast<size_t>(ChunkSize));
+    qsizetype used = 0;
+    const auto room = [&](qsizetype bytes) {
+        if (used + bytes <= qsizetype(buffer.size()))
+            return true;
+        if (used > 0 && !sink(buffer.data(), used))
+            return false;
+        used = 0;
+        if (bytes > qsizetype(buffer.size()))
+            buffer.resize(size_t(bytes)); // a record with a very long text
+        return true;
+    };
+    {
+        Writer w(buffer.data());
+        writeHeader(w, count);
+        used = w.position() - buffer.data();
+    }
+    for (size_t i = 0; i < entries.size(); ++i) {
+        const qsizetype bytes = 2 + recordSize(entries[i]);
+        if (!room(bytes))
+            return false;
+        Writer w(buffer.data() + used);
+        writeEntry(w, entries[i], i == 0);
+        used = w.position() - buffer.data();
+    }
+    if (!room(2))
+        return false;
+    Writer(buffer.data() + used).u16(0);
+    used += 2;
+    return sink(buffer.data(), used);
 }
 
 bool LogArchive::decode(const QByteArray &bytes, EntryList &entries, const QString &sourceName)
@@ -318,7 +376,8 @@ bool LogArchive::decode(const char *data, qsizetype size, EntryList &entries, co
     return true;
 }
 
-bool LogArchive::read(QIODevice *device, EntryList &entries, const QString &sourceName)
+bool LogArchive::read(QIODevice *device, EntryList &entries, const QString &sourceName,
+                      FileFingerprint *fingerprint)
 {
     const QString name = deviceName(device, sourceName);
     if (!device || !device->isReadable()) {
@@ -326,28 +385,42 @@ bool LogArchive::read(QIODevice *device, EntryList &entries, const QString &sour
         return false;
     }
     // A device or a pipe never ends and a huge file is no log: neither is read into memory.
-    if (auto *file = qobject_cast<QFileDevice *>(device)) {
-        if (file->isSequential() || file->size() > MaxFileSize) {
+    auto *file = qobject_cast<QFile *>(device);
+    if (auto *fileDevice = qobject_cast<QFileDevice *>(device)) {
+        if (fileDevice->isSequential() || fileDevice->size() > MaxFileSize) {
             m_error = u"Unable to read the log file %1: %2."_s.arg(
-                name, file->isSequential() ? u"Not a regular file"_s : u"File too large"_s);
+                name, fileDevice->isSequential() ? u"Not a regular file"_s : u"File too large"_s);
             return false;
         }
     }
+    // Only a whole file has a fingerprint.
+    if (!file || file->pos() != 0)
+        fingerprint = nullptr;
+    const qint64 start = FileFingerprint::readStart();
     // A file is read through a mapping when possible: no copy of a large log.
-    if (auto *file = qobject_cast<QFile *>(device); file && !file->isSequential()) {
+    if (file) {
         const qint64 pos = file->pos();
         const qint64 size = file->size() - pos;
         if (size > 0) {
             if (uchar *map = file->map(pos, size)) {
-                const bool ok
-                    = decode(reinterpret_cast<const char *>(map), qsizetype(size), entries, name, true);
+                const char *data = reinterpret_cast<const char *>(map);
+                FileFingerprint made;
+                if (fingerprint)
+                    made = FileFingerprint(file->fileName(), QByteArray::fromRawData(data, size), start);
+                const bool ok = decode(data, qsizetype(size), entries, name, true);
                 file->unmap(map);
+                if (ok && fingerprint)
+                    *fingerprint = made;
                 return ok;
             }
         }
     }
     // A device that stops delivering early shows up as a truncated archive.
-    return decode(device->readAll(), entries, name);
+    const QByteArray bytes = device->readAll();
+    const bool ok = decode(bytes, entries, name);
+    if (ok && fingerprint)
+        *fingerprint = FileFingerprint(file->fileName(), bytes, start);
+    return ok;
 }
 
 bool LogArchive::read(const QString &fileName, EntryList &entries)
@@ -386,9 +459,30 @@ bool LogArchive::write(QIODevice *device, const EntryList &entries)
     return true;
 }
 
-bool LogArchive::write(const QString &fileName, const EntryList &entries)
+bool LogArchive::write(const QString &fileName, const EntryList &entries, FileFingerprint *written)
 {
-    return writeEncoded(fileName, encode(entries));
+    m_error.clear();
+    // Made and written a chunk at a time: a large log never exists twice in memory, and its
+    // fingerprint is taken on the way.
+    AtomicFile file(fileName);
+    ContentHash hash;
+    qint64 size = 0;
+    const bool ok = file.open()
+        && encodeInChunks(entries,
+                          [&](const char *data, qsizetype bytes) {
+                              hash.add(data, bytes);
+                              size += bytes;
+                              return file.write(data, bytes);
+                          })
+        && file.commit();
+    if (!ok) {
+        m_error = u"Unable to write the log file %1: %2."_s.arg(fileName, file.errorString());
+        file.cancel();
+        return false;
+    }
+    if (written)
+        *written = FileFingerprint(fileName, size, hash.result());
+    return true;
 }
 
 bool LogArchive::writeEncoded(const QString &fileName, const QByteArray &bytes)

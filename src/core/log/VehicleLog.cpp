@@ -83,12 +83,9 @@ bool VehicleLog::open(const QString &dataFolder, const QString &vin, const LogSc
         } else if (!file.open(QIODevice::ReadOnly)) {
             failure = openError(path);
         } else {
-            const QByteArray bytes = file.readAll();
             LogArchive archive;
-            if (!archive.decode(bytes, m_entries, path))
+            if (!archive.read(&file, m_entries, path, &m_disk))
                 failure = archive.errorString();
-            else
-                rememberDisk(path, bytes);
             file.close();
         }
         if (!failure.isEmpty()) {
@@ -139,15 +136,14 @@ bool VehicleLog::save(const QString &dataFolder, const QString &vin, Reporter &r
     }
     if (m_fresh)
         m_entries.clear();
-    const QByteArray bytes = LogArchive::encode(m_entries);
     if (changedOnDisk(path)) {
         // Nothing of ours to write: the newer file stays and is read at the next open.
-        if (m_disk.matches(bytes) && !m_fresh)
+        if (!m_fresh && m_disk.matches(LogArchive::encode(m_entries)))
             return true;
         reporter.error(QString::fromUtf8(SaveError105) + u'\n' + changedMessage(path));
         return false;
     }
-    return writeLocked(path, bytes, reporter);
+    return writeLocked(path, reporter);
 }
 
 bool VehicleLog::append(const QString &dataFolder, const QString &vin, const CVCItem &item,
@@ -187,21 +183,22 @@ bool VehicleLog::append(const QString &dataFolder, const QString &vin, const CVC
     if (m_fresh)
         m_entries.clear();
     m_entries.push_back(item);
-    if (writeLocked(path, LogArchive::encode(m_entries), reporter))
+    if (writeLocked(path, reporter))
         return true;
     m_entries.pop_back();
     return false;
 }
 
-bool VehicleLog::writeLocked(const QString &path, const QByteArray &bytes, Reporter &reporter)
+bool VehicleLog::writeLocked(const QString &path, Reporter &reporter)
 {
     LogArchive archive;
-    if (!archive.writeEncoded(path, bytes)) {
+    FileFingerprint written;
+    if (!archive.write(path, m_entries, &written)) {
         // The system's text first, then which file and why.
         reporter.error(QString::fromUtf8(SaveError105) + u'\n' + archive.errorString());
         return false;
     }
-    rememberDisk(path, bytes);
+    m_disk = written;
     m_fresh = false;
     return true;
 }
