@@ -9,7 +9,6 @@
 #include <QFileDevice>
 #include <QtEndian>
 
-#include <algorithm>
 #include <cstring>
 #include <vector>
 
