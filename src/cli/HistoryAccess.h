@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include "CliSupport.h"
 #include "Command.h"
 #include "dataview/DataViewLog.h"
 #include "session/VehicleSession.h"
@@ -12,7 +13,7 @@
 // opened without touching its files, and the screen's own copy of its log.
 struct HistoryAccess
 {
-    std::unique_ptr<VehicleSession> session;
+    CliSupport::Session session;
     std::unique_ptr<DataViewLog> log;
 
     // VEHICLE empty means the current vehicle. False after the message: an unknown vehicle, a

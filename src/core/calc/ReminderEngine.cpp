@@ -1,6 +1,7 @@
 #include "ReminderEngine.h"
 
 #include "Units.h"
+#include "log/TextMemo.h"
 #include "platform/CFormat.h"
 #include "platform/Clock.h"
 #include "platform/Preferences.h"
@@ -109,18 +110,30 @@ ReminderReport evaluate(const ReminderInputs &in)
         return static_cast<qint32>(static_cast<quint32>(in.now - item.entryDate) / 86400u);
     };
 
+    // Per type text: bit r for each reminder r whose prefix it starts with, bit TripBit for "Trip".
+    constexpr int TripBit = ReminderCount;
+    TextMemo<quint16> prefixes;
     for (const CVCItem &item : in.entries) {
-        const QString &type = item.typeText;
-        if (type.startsWith(u"Trip") && item.iconIndex == OpenTripIcon)
+        const quint16 matches = prefixes.get(item.typeText, [&](const QString &type) {
+            quint16 mask = type.startsWith(u"Trip") ? quint16(1u << TripBit) : 0;
+            for (const FixedService &service : fixedServices) {
+                if (type.startsWith(service.prefix))
+                    mask |= quint16(1u << service.reminder);
+            }
+            for (int c = 0; c < 5; ++c) {
+                const QString &name = settings.customNames[c];
+                if (!name.isEmpty() && type.startsWith(name))
+                    mask |= quint16(1u << (FirstCustomReminder + c));
+            }
+            return mask;
+        });
+        if (!matches)
+            continue;
+        if ((matches & (1u << TripBit)) && item.iconIndex == OpenTripIcon)
             ++openTrips;
-        for (const FixedService &service : fixedServices) {
-            if (type.startsWith(service.prefix))
-                last[service.reminder] = { item.odometer, daysSince(item) };
-        }
-        for (int c = 0; c < 5; ++c) {
-            const QString &name = settings.customNames[c];
-            if (!name.isEmpty() && type.startsWith(name))
-                last[FirstCustomReminder + c] = { item.odometer, daysSince(item) };
+        for (int r = 0; r < ReminderCount; ++r) {
+            if (matches & (1u << r))
+                last[size_t(r)] = { item.odometer, daysSince(item) };
         }
     }
 

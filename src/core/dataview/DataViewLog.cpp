@@ -1,5 +1,6 @@
 #include "DataViewLog.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 #include "calc/FuelEconomy.h"
@@ -37,22 +38,25 @@ bool DataViewLog::load(Reporter &reporter)
         reporter.error(VehicleLog::openErrorFormat().arg(path));
         return false;
     }
-    // The bytes are read once: the entries and the fingerprint must describe the same file.
     QString reason;
-    QByteArray bytes;
-    if (!AtomicFile::readFile(path, LogArchive::MaxFileSize, bytes, &reason)) {
-        reporter.error(u"Unable to open the log file %1: %2."_s.arg(path, reason));
+    QFile file(path);
+    if (!AtomicFile::checkReadable(path, LogArchive::MaxFileSize, &reason)
+        || !file.open(QIODevice::ReadOnly)) {
+        reporter.error(u"Unable to open the log file %1: %2."_s.arg(
+            path, reason.isEmpty() ? file.errorString() : reason));
         return false;
     }
+    // One read gives the entries and the fingerprint: both must describe the same file.
     LogArchive archive;
     EntryList entries;
-    if (!archive.decode(bytes, entries, path)) {
+    FileFingerprint disk;
+    if (!archive.read(&file, entries, path, &disk)) {
         reporter.error(archive.errorString());
         return false;
     }
     m_entries = std::move(entries);
     m_loaded = true;
-    m_disk = FileFingerprint(path, bytes);
+    m_disk = disk;
     return true;
 }
 
@@ -72,14 +76,14 @@ bool DataViewLog::save(Reporter &reporter)
         reporter.error(saveErrorText() + u'\n' + VehicleLog::changedMessage(path));
         return false;
     }
-    const QByteArray bytes = LogArchive::encode(m_entries);
     LogArchive archive;
-    if (!archive.writeEncoded(path, bytes)) {
+    FileFingerprint written;
+    if (!archive.write(path, m_entries, &written)) {
         // The system's text first, then which file and why.
         reporter.error(saveErrorText() + u'\n' + archive.errorString());
         return false;
     }
-    m_disk = FileFingerprint(path, bytes);
+    m_disk = written;
     return true;
 }
 

@@ -3,8 +3,11 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
+
 #include "CVCItem.h"
 
+class FileFingerprint;
 class QIODevice;
 
 // The byte format of a vehicle's log (.vcb) and of its backup (.bak): a count, the records
@@ -22,6 +25,9 @@ public:
 
     // The archive of a list, exactly as written to disk.
     static QByteArray encode(const EntryList &entries);
+    // The same bytes handed to sink a piece at a time; false as soon as sink returns false.
+    static bool encodeInChunks(const EntryList &entries,
+                               const std::function<bool(const char *, qsizetype)> &sink);
 
     // sourceName is the file name used in messages.
     bool decode(const QByteArray &bytes, EntryList &entries, const QString &sourceName);
@@ -29,12 +35,15 @@ public:
 
     // From the device's current position to its end. The name in messages is the device's
     // file name when it has one, else sourceName.
-    bool read(QIODevice *device, EntryList &entries, const QString &sourceName = QString());
+    // With fingerprint, a file's fingerprint is made from the same read, on success.
+    bool read(QIODevice *device, EntryList &entries, const QString &sourceName = QString(),
+              FileFingerprint *fingerprint = nullptr);
     bool read(const QString &fileName, EntryList &entries);
 
     bool write(QIODevice *device, const EntryList &entries);
-    // Atomic: the old file stays whole unless the new one is written completely.
-    bool write(const QString &fileName, const EntryList &entries);
+    // Atomic: the old file stays whole unless the new one is written completely. With written,
+    // the new file's fingerprint on success.
+    bool write(const QString &fileName, const EntryList &entries, FileFingerprint *written = nullptr);
     // The same for bytes made by encode().
     bool writeEncoded(const QString &fileName, const QByteArray &bytes);
 

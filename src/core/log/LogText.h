@@ -53,6 +53,21 @@ public:
     }
     void swap(LogText &other) noexcept { std::swap(m_node, other.m_node); }
 
+    // For a loader handing out one text to many fields: a copy that the text does not count yet,
+    // and the later count of such copies in one step. Until countCopies() has run, no copy may be
+    // destroyed and none may leave the loading thread.
+    LogText uncountedCopy() const noexcept
+    {
+        LogText copy;
+        copy.m_node = m_node;
+        return copy;
+    }
+    void countCopies(int copies) const noexcept
+    {
+        if (m_node)
+            m_node->ref.fetchAndAddRelaxed(copies);
+    }
+
     const QString &text() const noexcept { return m_node ? m_node->text : s_empty; }
     operator const QString &() const noexcept { return text(); }
     const QString *operator->() const noexcept { return &text(); }

@@ -6,6 +6,7 @@
 #include <QIODevice>
 
 #include "LogArchive.h"
+#include "TextMemo.h"
 #include "platform/AtomicFile.h"
 #include "platform/CFormat.h"
 #include "platform/Clock.h"
@@ -82,12 +83,9 @@ bool VehicleLog::open(const QString &dataFolder, const QString &vin, const LogSc
         } else if (!file.open(QIODevice::ReadOnly)) {
             failure = openError(path);
         } else {
-            const QByteArray bytes = file.readAll();
             LogArchive archive;
-            if (!archive.decode(bytes, m_entries, path))
+            if (!archive.read(&file, m_entries, path, &m_disk))
                 failure = archive.errorString();
-            else
-                rememberDisk(path, bytes);
             file.close();
         }
         if (!failure.isEmpty()) {
@@ -138,15 +136,14 @@ bool VehicleLog::save(const QString &dataFolder, const QString &vin, Reporter &r
     }
     if (m_fresh)
         m_entries.clear();
-    const QByteArray bytes = LogArchive::encode(m_entries);
     if (changedOnDisk(path)) {
         // Nothing of ours to write: the newer file stays and is read at the next open.
-        if (m_disk.matches(bytes) && !m_fresh)
+        if (!m_fresh && m_disk.matches(LogArchive::encode(m_entries)))
             return true;
         reporter.error(QString::fromUtf8(SaveError105) + u'\n' + changedMessage(path));
         return false;
     }
-    return writeLocked(path, bytes, reporter);
+    return writeLocked(path, reporter);
 }
 
 bool VehicleLog::append(const QString &dataFolder, const QString &vin, const CVCItem &item,
@@ -186,21 +183,22 @@ bool VehicleLog::append(const QString &dataFolder, const QString &vin, const CVC
     if (m_fresh)
         m_entries.clear();
     m_entries.push_back(item);
-    if (writeLocked(path, LogArchive::encode(m_entries), reporter))
+    if (writeLocked(path, reporter))
         return true;
     m_entries.pop_back();
     return false;
 }
 
-bool VehicleLog::writeLocked(const QString &path, const QByteArray &bytes, Reporter &reporter)
+bool VehicleLog::writeLocked(const QString &path, Reporter &reporter)
 {
     LogArchive archive;
-    if (!archive.writeEncoded(path, bytes)) {
+    FileFingerprint written;
+    if (!archive.write(path, m_entries, &written)) {
         // The system's text first, then which file and why.
         reporter.error(QString::fromUtf8(SaveError105) + u'\n' + archive.errorString());
         return false;
     }
-    rememberDisk(path, bytes);
+    m_disk = written;
     m_fresh = false;
     return true;
 }
@@ -245,6 +243,7 @@ LogScan VehicleLog::scanEntries(EntryList &entries, const LogScanSettings &setti
     static const std::array<QString, 5> builtin
         = { u"Oil Change"_s, u"Coolant Flush"_s, u"Transmission Service"_s, u"Tune-Up"_s, u"Rotate Tires"_s };
     LogScan scan;
+    TextMemo<quint16> reminders; // which reminders a maintenance type names
     scan.lastOdometer = settings.startOdometer;
     qint32 position = 0;
     for (CVCItem &item : entries) {
@@ -264,14 +263,22 @@ LogScan VehicleLog::scanEntries(EntryList &entries, const LogScanSettings &setti
                 scan.lastOdometer = item.endOdometer;
         } else if (item.entryType == CVCItem::Maintenance && item.odometer >= scan.lastOdometer
                    && item.odometer >= settings.startOdometer) {
+            const quint16 matches = reminders.get(item.typeText, [&](const QString &type) {
+                quint16 mask = 0;
+                for (int r = 0; r < 10; ++r) {
+                    // Oil changes are recognised anywhere in the name, the others only at its
+                    // start; an unnamed custom reminder matches nothing.
+                    const bool match = r == 0 ? type.contains(builtin[0])
+                        : r < 5               ? type.startsWith(builtin[size_t(r)])
+                                              : !settings.customNames[size_t(r - 5)].isEmpty()
+                            && type.startsWith(settings.customNames[size_t(r - 5)]);
+                    if (match)
+                        mask |= quint16(1u << r);
+                }
+                return mask;
+            });
             for (int r = 0; r < 10; ++r) {
-                // Oil changes are recognised anywhere in the name, the others only at its start;
-                // an unnamed custom reminder matches nothing.
-                const bool match = r == 0 ? item.typeText->contains(builtin[0])
-                    : r < 5               ? item.typeText->startsWith(builtin[size_t(r)])
-                                          : !settings.customNames[size_t(r - 5)].isEmpty()
-                        && item.typeText->startsWith(settings.customNames[size_t(r - 5)]);
-                if (!match)
+                if (!(matches & (1u << r)))
                     continue;
                 scan.lastServiceOdometer[size_t(r)] = item.odometer;
                 if (item.entryDate != 0)

@@ -79,7 +79,7 @@ public:
     QString movedAsidePath() const { return m_movedAside; }
 
 private:
-    bool writeLocked(const QString &path, const QByteArray &bytes, Reporter &reporter);
+    bool writeLocked(const QString &path, Reporter &reporter);
     void rememberDisk(const QString &path, const QByteArray &bytes);
     bool changedOnDisk(const QString &path) const;
 

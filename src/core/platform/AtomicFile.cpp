@@ -78,13 +78,13 @@ bool AtomicFile::open()
     return true;
 }
 
-bool AtomicFile::write(const QByteArray &bytes)
+bool AtomicFile::write(const char *data, qsizetype size)
 {
     if (m_failed || !m_file.isOpen())
         return false;
     qint64 done = 0;
-    while (done < bytes.size()) {
-        const qint64 n = m_file.write(bytes.constData() + done, bytes.size() - done);
+    while (done < size) {
+        const qint64 n = m_file.write(data + done, size - done);
         if (n <= 0)
             return fail(m_file.errorString());
         done += n;

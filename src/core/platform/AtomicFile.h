@@ -23,7 +23,8 @@ public:
     // For codecs that write to a device; every write's result must still be checked.
     QIODevice *device() { return &m_file; }
     // The whole array or failure.
-    bool write(const QByteArray &bytes);
+    bool write(const QByteArray &bytes) { return write(bytes.constData(), bytes.size()); }
+    bool write(const char *data, qsizetype size);
     bool commit();
     // Drops the temporary; the target is left alone.
     void cancel();

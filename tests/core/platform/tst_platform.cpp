@@ -1,8 +1,11 @@
 #include <QTemporaryDir>
+#include <QThread>
 #include <QTest>
 
 #include "platform/CFormat.h"
+#include "platform/ContentHash.h"
 #include "platform/DevicePaths.h"
+#include "platform/FileFingerprint.h"
 #include "platform/LocaleFormats.h"
 #include "platform/Preferences.h"
 #include "platform/SettingsStore.h"
@@ -24,6 +27,9 @@ private slots:
     void sandboxStoreLivesUnderRoot();
     void preferencesDefaultsAndImmediateWrites();
     void localeFormats();
+    void contentHashIgnoresPieces();
+    void fingerprintSeesChanges_data();
+    void fingerprintSeesChanges();
 };
 
 void TestPlatform::cformatBehavesLikeC_data()
@@ -169,6 +175,61 @@ void TestPlatform::localeFormats()
     QCOMPARE(swiss.currencySymbol(), u"$"_s);
     const QLocaleFormats us(QLocale(QLocale::English, QLocale::UnitedStates));
     QCOMPARE(us.dateOrder(), LocaleFormats::DateOrder::MonthDayYear);
+}
+
+void TestPlatform::contentHashIgnoresPieces()
+{
+    const QByteArray bytes = QByteArray("0123456789abcdefghijklmnopqrstuvwxyz").repeated(7);
+    const quint64 whole = ContentHash::of(bytes);
+    for (int piece : { 1, 5, 31, 32, 33, 100 }) {
+        ContentHash hash;
+        for (qsizetype at = 0; at < bytes.size(); at += piece)
+            hash.add(bytes.constData() + at, qMin<qsizetype>(piece, bytes.size() - at));
+        QCOMPARE(hash.result(), whole);
+    }
+    // A trailing zero byte, or one byte changed, is another content.
+    QVERIFY(ContentHash::of(bytes + '\0') != whole);
+    QVERIFY(ContentHash::of(QByteArray(bytes).replace(100, 1, "#")) != whole);
+    QVERIFY(ContentHash::of(QByteArray()) != ContentHash::of(QByteArray(1, '\0')));
+}
+
+void TestPlatform::fingerprintSeesChanges_data()
+{
+    QTest::addColumn<QByteArray>("after");
+    QTest::addColumn<bool>("inPlace");
+    QTest::addColumn<bool>("changed");
+    QTest::newRow("untouched") << QByteArray("log bytes") << false << false;
+    QTest::newRow("same bytes saved again") << QByteArray("log bytes") << true << false;
+    QTest::newRow("same size, other bytes, in place") << QByteArray("LOG BYTES") << true << true;
+    QTest::newRow("other size") << QByteArray("log bytes!") << true << true;
+}
+
+// A rewrite in place within the same moment keeps the size and, on coarse file systems, the
+// times: only the content tells. A fingerprint whose read began later than the file's last
+// change (so it may trust the times) must still see that the times moved.
+void TestPlatform::fingerprintSeesChanges()
+{
+    QFETCH(QByteArray, after);
+    QFETCH(bool, inPlace);
+    QFETCH(bool, changed);
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("Car.vcb"));
+    const QByteArray before("log bytes");
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(before) == before.size());
+    file.close();
+    const qint64 late = FileFingerprint::readStart() + qint64(60) * 1000000000;
+    const FileFingerprint fingerprints[]
+        = { FileFingerprint(path, before), FileFingerprint(path, before, late) };
+    if (inPlace) {
+        // Past the file system's clock tick, as a change after a real read would be.
+        QThread::msleep(20);
+        QVERIFY(file.open(QIODevice::ReadWrite) && file.write(after) == after.size());
+        QVERIFY(file.resize(after.size()));
+        file.close();
+    }
+    for (const FileFingerprint &fingerprint : fingerprints)
+        QCOMPARE(fingerprint.changedOnDisk(1024), changed);
 }
 
 QTEST_GUILESS_MAIN(TestPlatform)
