@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QDateTime>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -10,7 +11,9 @@
 #include <QStringList>
 #include <QTest>
 
-// Files as the core tests write and read them. Settings files lie on disk as the mark FF FE, then
+#include "log/LogArchive.h"
+
+// Files as the tests write and read them. Settings files lie on disk as the mark FF FE, then
 // each UTF-16 code unit low byte first.
 namespace TestFiles {
 
@@ -73,6 +76,35 @@ inline QMap<QString, QByteArray> snapshot(const QString &folder)
         files.insert(QDir(folder).relativeFilePath(path), read(path));
     }
     return files;
+}
+
+// The odometers of a log file in their order, {-1} when it does not read.
+inline QList<double> odometers(const QString &path)
+{
+    EntryList list;
+    if (!LogArchive().read(path, list))
+        return { -1 };
+    QList<double> values;
+    for (const CVCItem &item : list)
+        values.append(item.odometer);
+    return values;
+}
+
+// The bytes of a log holding one fill-up at the odometer.
+inline QByteArray logBytes(double odometer)
+{
+    return LogArchive::encode({ { .odometer = odometer, .typeText = QStringLiteral("Fuel") } });
+}
+
+// "2026-11-02T09:00:00" UTC, and a day at an hour UTC, as the log's seconds.
+inline quint32 utc(const char *iso)
+{
+    return quint32(QDateTime::fromString(QString::fromLatin1(iso), Qt::ISODate).toSecsSinceEpoch());
+}
+
+inline quint32 at(int year, int month, int day, int hour = 12)
+{
+    return quint32(QDateTime(QDate(year, month, day), QTime(hour, 0), Qt::UTC).toSecsSinceEpoch());
 }
 
 } // namespace TestFiles

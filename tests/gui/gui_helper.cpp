@@ -1,7 +1,5 @@
 #include "gui_helper.h"
 
-#include "log/LogArchive.h"
-
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QDir>
@@ -34,31 +32,6 @@ bool saveScreenshot(QWidget *widget, const QString &name)
 void shoot(QWidget *widget, const QString &name)
 {
     QVERIFY2(saveScreenshot(widget, name), qPrintable(name));
-}
-
-QByteArray readAll(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
-}
-
-void put(const QString &path, const QByteArray &bytes)
-{
-    QVERIFY(QDir().mkpath(QFileInfo(path).path()));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    QCOMPARE(file.write(bytes), bytes.size());
-}
-
-QList<double> odometers(const QString &path)
-{
-    EntryList list;
-    if (!LogArchive().read(path, list))
-        return { -1 };
-    QList<double> values;
-    for (const CVCItem &item : list)
-        values.append(item.odometer);
-    return values;
 }
 
 QList<int> whole(const char *digits, bool alert)

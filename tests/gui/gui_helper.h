@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/files_helper.h"
+
 #include "app/FileChooser.h"
 #include "app/HelpLauncher.h"
 #include "app/MainWindow.h"
@@ -31,14 +33,12 @@ bool saveScreenshot(QWidget *widget, const QString &name);
 // The same, failing the running test when the picture could not be taken.
 void shoot(QWidget *widget, const QString &name);
 
-// A file's bytes, or "<missing>" so a comparison says what went wrong.
-QByteArray readAll(const QString &path);
-
-// Writes a file whole, making its folder; fails the running test otherwise.
-void put(const QString &path, const QByteArray &bytes);
-
-// The odometers of a log file in their order, {-1} when it does not read.
-QList<double> odometers(const QString &path);
+using TestFiles::odometers;
+using TestFiles::put;
+inline QByteArray readAll(const QString &path)
+{
+    return TestFiles::read(path);
+}
 
 // The drums of a whole-number counter showing the digits, red ones when alert.
 QList<int> whole(const char *digits, bool alert = false);

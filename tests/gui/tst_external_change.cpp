@@ -40,14 +40,11 @@ constexpr quint32 Day = 86400;
 
 CVCItem fuel(double odometer, quint32 date)
 {
-    CVCItem item;
-    item.entryType = CVCItem::Fuel;
-    item.typeText = u"Fuel"_s;
-    item.odometer = odometer;
-    item.fuelQuantity = 10;
-    item.fuelMeasure = u"Gallons"_s;
-    item.entryDate = date;
-    return item;
+    return { .odometer = odometer,
+             .entryDate = date,
+             .typeText = u"Fuel"_s,
+             .fuelMeasure = u"Gallons"_s,
+             .fuelQuantity = 10 };
 }
 
 // The form the action opens, filled by the script once it is up.

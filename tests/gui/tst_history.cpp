@@ -20,10 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-quint32 utc(const char *iso)
-{
-    return quint32(QDateTime::fromString(QString::fromLatin1(iso), Qt::ISODate).toSecsSinceEpoch());
-}
+using TestFiles::utc;
 
 CVCItem entry(qint32 type, int icon, const QString &text, double odometer, const char *date)
 {

@@ -37,23 +37,22 @@ public:
 
 CVCItem record(CVCItem::EntryType type, int icon, const QString &text, double odometer, quint32 date)
 {
-    CVCItem item;
-    item.entryType = type;
-    item.iconIndex = icon;
-    item.typeText = text;
-    item.odometer = odometer;
-    item.endOdometer = type == CVCItem::Trip ? odometer : 0;
-    item.entryDate = date;
-    return item;
+    return { .iconIndex = icon,
+             .entryType = type,
+             .odometer = odometer,
+             .entryDate = date,
+             .typeText = text,
+             .endOdometer = type == CVCItem::Trip ? odometer : 0 };
 }
 
 CVCItem fuel(double odometer, double gallons, double economy, quint32 date)
 {
-    CVCItem item = record(CVCItem::Fuel, 0, u"Fuel"_s, odometer, date);
-    item.fuelQuantity = gallons;
-    item.fuelMeasure = u"Gallons"_s;
-    item.economy = economy;
-    return item;
+    return { .odometer = odometer,
+             .entryDate = date,
+             .typeText = u"Fuel"_s,
+             .fuelMeasure = u"Gallons"_s,
+             .fuelQuantity = gallons,
+             .economy = economy };
 }
 
 // The log of the van: three full fill-ups (0, 30 and 25 MPG), an oil change 200 days ago and an

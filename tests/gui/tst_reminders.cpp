@@ -19,13 +19,11 @@ constexpr quint32 Now = 1709251200;
 
 CVCItem entry(CVCItem::EntryType type, double odometer, const QString &text, quint32 date)
 {
-    CVCItem item;
-    item.entryType = type;
-    item.iconIndex = type == CVCItem::Fuel ? 0 : 4;
-    item.odometer = odometer;
-    item.typeText = text;
-    item.entryDate = date;
-    return item;
+    return { .iconIndex = type == CVCItem::Fuel ? 0 : 4,
+             .entryType = type,
+             .odometer = odometer,
+             .entryDate = date,
+             .typeText = text };
 }
 
 // Runs check on the next modal dialog, then closes it.

@@ -1,5 +1,6 @@
 #include <QtTest>
 
+#include "core/files_helper.h"
 #include "dataview/DataViewColumns.h"
 #include "dataview/EntryTableModel.h"
 #include "dataview/ListAppearance.h"
@@ -13,17 +14,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-quint32 at(const char *iso)
-{
-    return quint32(QDateTime::fromString(QString::fromLatin1(iso), Qt::ISODate).toSecsSinceEpoch());
-}
+using TestFiles::utc;
 
 CVCItem fuel()
 {
     CVCItem item;
     item.entryType = CVCItem::Fuel;
     item.odometer = 12345;
-    item.entryDate = at("2026-11-23T08:30:00");
+    item.entryDate = utc("2026-11-23T08:30:00");
     item.typeText = u"Fuel"_s;
     item.notes = u"Full tank"_s;
     item.fuelMeasure = u"Gallons"_s;
@@ -42,7 +40,7 @@ CVCItem repair()
     item.entryType = CVCItem::Maintenance;
     item.iconIndex = 4;
     item.odometer = 12400;
-    item.entryDate = at("2026-11-24T10:00:00");
+    item.entryDate = utc("2026-11-24T10:00:00");
     item.typeText = u"Oil Change"_s;
     item.station = u"Joe's Garage"_s;
     item.invoice = u"INV-7"_s;
@@ -58,9 +56,9 @@ CVCItem trip()
     item.iconIndex = 19;
     item.odometer = 12000;
     item.endOdometer = 12150;
-    item.entryDate = at("2026-11-20T08:15:00");
+    item.entryDate = utc("2026-11-20T08:15:00");
     item.departTime = item.entryDate;
-    item.arriveTime = at("2026-11-21T10:45:00");
+    item.arriveTime = utc("2026-11-21T10:45:00");
     item.typeText = u"Trip"_s;
     item.purpose = u"Client visit"_s;
     item.destination = u"Springfield"_s;
@@ -170,12 +168,12 @@ void TestDataViewColumns::model()
     QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
     const EntryList entries = { fuel(), trip(), repair(), fuel() };
     DataViewFilter filter;
-    model.setEntries(&entries, filter, at("2026-11-25T12:00:00"));
+    model.setEntries(&entries, filter, utc("2026-11-25T12:00:00"));
     QCOMPARE(model.rowCount(), 4);
     QCOMPARE(model.columnCount(), 17);
 
     filter.type = DataViewFilter::Maintenance;
-    model.setEntries(&entries, filter, at("2026-11-25T12:00:00"));
+    model.setEntries(&entries, filter, utc("2026-11-25T12:00:00"));
     QCOMPARE(model.rowCount(), 1);
     QCOMPARE(model.columnCount(), 8);
     QCOMPARE(model.headerData(1, Qt::Horizontal).toString(), u"Repair"_s);
@@ -189,7 +187,7 @@ void TestDataViewColumns::model()
 
     filter.type = DataViewFilter::Fuel;
     filter.period = DataViewFilter::Week;
-    model.setEntries(&entries, filter, at("2026-11-25T12:00:00"));
+    model.setEntries(&entries, filter, utc("2026-11-25T12:00:00"));
     QCOMPARE(model.rowCount(), 2);
     QCOMPARE(model.positionAt(1), 3);
     model.setEntries(nullptr, filter, 0);

@@ -9,9 +9,6 @@
 
 using namespace Qt::StringLiterals;
 
-// The form values are written as aggregates that leave the fields not named at their defaults.
-#pragma GCC diagnostic ignored "-Wmissing-field-initializers"
-
 namespace {
 
 // 2024-03-01 08:30:00 UTC: the program's start-up.

@@ -2,6 +2,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "core/files_helper.h"
 #include "platform/LocaleFormats.h"
 #include "report/ReportHtml.h"
 #include "report/SummaryReport.h"
@@ -10,10 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-quint32 at(int y, int m, int d, int hour = 12)
-{
-    return quint32(QDateTime(QDate(y, m, d), QTime(hour, 0), Qt::UTC).toSecsSinceEpoch());
-}
+using TestFiles::at;
 
 CVCItem fuel(quint32 date, double odometer, double gallons, double price, bool full, double economy)
 {

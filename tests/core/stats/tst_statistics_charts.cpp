@@ -3,6 +3,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "core/files_helper.h"
 #include "log/LogArchive.h"
 #include "platform/Reporter.h"
 #include "stats/ChartLog.h"
@@ -14,10 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-quint32 at(int y, int m, int d, int hour = 12)
-{
-    return static_cast<quint32>(QDateTime(QDate(y, m, d), QTime(hour, 0), Qt::UTC).toSecsSinceEpoch());
-}
+using TestFiles::at;
 
 CVCItem fuel(quint32 date, double odometer, double economy, double price, double amount, int notFull = 0)
 {

@@ -19,18 +19,10 @@ namespace {
 constexpr quint32 Now = 1709640000; // 2024-03-05 12:00:00 UTC
 
 using Files = QMap<QString, QByteArray>;
+using TestFiles::logBytes;
 using TestFiles::put;
 using TestFiles::read;
 using TestFiles::snapshot;
-
-QByteArray logBytes(double odometer)
-{
-    CVCItem item;
-    item.entryType = CVCItem::Fuel;
-    item.typeText = u"Fuel"_s;
-    item.odometer = odometer;
-    return LogArchive::encode({ item });
-}
 
 // Gives the first `good` bytes, then fails, as a card pulled half way through a read would.
 class FailingSource : public QBuffer
