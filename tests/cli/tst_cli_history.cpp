@@ -221,11 +221,8 @@ void TestCliHistory::failures()
     QFETCH(QStringList, arguments);
     QFETCH(bool, damaged);
     QFETCH(QString, err);
-    if (damaged) {
-        QFile file(vcb());
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("\x02\x00\xff\xff\x01\x00\x07\x00CVC", 11);
-    }
+    if (damaged)
+        CliFiles::put(vcb(), QByteArray("\x02\x00\xff\xff\x01\x00\x07\x00CVC", 11));
     const auto before = snapshot(m_root->path());
     const CliResult r = run(arguments);
     QTEST(r.exitCode, "exitCode");

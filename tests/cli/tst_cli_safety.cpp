@@ -110,11 +110,7 @@ void TestCliSafety::unreadableSettingsKept()
     QTemporaryDir root;
     QCOMPARE(runCli(root.path(), fill(1000)), 0);
     const QString settings = root.path() + u"/My Documents/Tarvane Files/Velcora.ini"_s;
-    {
-        QFile file(settings);
-        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        file.write(bytes);
-    }
+    TestFiles::put(settings, bytes);
     const QMap<QString, QByteArray> before = snapshot(root.path());
     for (const QStringList &command : { fill(2000), fill(3000) }) {
         QByteArray err;

@@ -107,4 +107,13 @@ inline quint32 at(int year, int month, int day, int hour = 12)
     return quint32(QDateTime(QDate(year, month, day), QTime(hour, 0), Qt::UTC).toSecsSinceEpoch());
 }
 
+// The drums of a whole-number counter showing the digits, red ones when alert.
+inline QList<int> whole(const char *digits, bool alert = false)
+{
+    QList<int> tiles;
+    for (const char *c = digits; *c; ++c)
+        tiles << (alert ? 211 : 198) + (*c - '0');
+    return tiles;
+}
+
 } // namespace TestFiles

@@ -34,14 +34,6 @@ void shoot(QWidget *widget, const QString &name)
     QVERIFY2(saveScreenshot(widget, name), qPrintable(name));
 }
 
-QList<int> whole(const char *digits, bool alert)
-{
-    QList<int> tiles;
-    for (const char *c = digits; *c; ++c)
-        tiles << (alert ? 211 : 198) + (*c - '0');
-    return tiles;
-}
-
 QStringList column(const QTreeWidget *list, int c)
 {
     QStringList out;

@@ -40,8 +40,7 @@ inline QByteArray readAll(const QString &path)
     return TestFiles::read(path);
 }
 
-// The drums of a whole-number counter showing the digits, red ones when alert.
-QList<int> whole(const char *digits, bool alert = false);
+using TestFiles::whole;
 
 // A list's column, or a box's entries, top to bottom.
 QStringList column(const QTreeWidget *list, int c = 0);

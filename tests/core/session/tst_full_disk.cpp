@@ -152,12 +152,7 @@ void TestFullDisk::writers()
     using Writer = std::function<bool(const QString &, QString *)>;
     QFETCH(Writer, writer);
 
-    QVERIFY(QDir().mkpath(QFileInfo(file).absolutePath()));
-    {
-        QFile out(file);
-        QVERIFY(out.open(QIODevice::WriteOnly));
-        QCOMPARE(out.write(old), old.size());
-    }
+    TestFiles::put(file, old);
     const QStringList before = folderNames(QFileInfo(file).absolutePath());
     // Room for the old file's size but not for the new content.
     const int code = runWithFileLimit(rlim_t(old.size() + 8), [&](QString *m) { return writer(file, m); });

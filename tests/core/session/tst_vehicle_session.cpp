@@ -56,11 +56,7 @@ void TestVehicleSession::dropDownRewritesOnlyAVehicleKeptElsewhere()
     oil.typeText = u"Oil Change"_s;
     // Stray bytes after the archive: a save writes the archive alone, so they show a rewrite.
     const QByteArray onDisk = LogArchive::encode({ oil }) + QByteArray("stale");
-    {
-        QFile file(data + u"MYCAR0001.vcb"_s);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(onDisk);
-    }
+    TestFiles::put(data + u"MYCAR0001.vcb"_s, onDisk);
 
     VehicleSession session(context);
     QVERIFY(session.start(false, u"My Car"_s));

@@ -281,16 +281,14 @@ void TestStatisticsCharts::logReading()
     QCOMPARE(entries, carLog());
     QCOMPARE(reporter.texts(), QStringList());
     // A damaged log, and a VIN that would leave the folder.
-    QFile damaged(folder + u"BAD.vcb"_s);
-    QVERIFY(damaged.open(QIODevice::WriteOnly) && damaged.write("\x03\x00\xff", 3) == 3);
-    damaged.close();
+    TestFiles::put(folder + u"BAD.vcb"_s, QByteArray("\x03\x00\xff", 3));
     QVERIFY(!ChartLog::read(folder, u"BAD"_s, entries, reporter));
     QVERIFY(entries.empty());
     QVERIFY(!ChartLog::read(folder, u".."_s, entries, reporter));
     QCOMPARE(reporter.texts(),
              (QStringList { u"ERROR 100! Unable to open database "_s + folder + u"BAD.vcb"_s,
                             u"ERROR 100! Unable to open database "_s + folder + u"...vcb"_s }));
-    QCOMPARE(damaged.size(), 3);
+    QCOMPARE(TestFiles::read(folder + u"BAD.vcb"_s), QByteArray("\x03\x00\xff", 3));
 }
 
 QTEST_GUILESS_MAIN(TestStatisticsCharts)
