@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTest>
 #include <QTreeWidget>
 #include <QWidget>
@@ -58,6 +59,13 @@ void retype(QLineEdit *edit, const QString &text)
         QTest::keyClick(edit, Qt::Key_Backspace);
     else
         QTest::keyClicks(edit, text);
+}
+
+void fillAndSave(EntryDialog *form, const QString &odometer)
+{
+    retype(form->findChild<QLineEdit *>(u"odometer"_s), odometer);
+    QTest::keyClicks(form->findChild<QLineEdit *>(u"quantity"_s), u"10"_s);
+    QTest::mouseClick(form->saveButton(), Qt::LeftButton);
 }
 
 void Sandbox::installTemplates()

@@ -5,6 +5,7 @@
 #include "app/FileChooser.h"
 #include "app/HelpLauncher.h"
 #include "app/MainWindow.h"
+#include "forms/EntryDialog.h"
 #include "platform/AppContext.h"
 #include "session/VehicleSession.h"
 
@@ -14,6 +15,7 @@
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
 
 #include <functional>
@@ -64,6 +66,23 @@ template<typename T> void onModal(QObject *context, std::function<void(T *)> the
     });
     timer->start();
 }
+
+// Runs the action while the entry form it opens is answered by the script.
+template<typename Action, typename Script> void withForm(Action action, Script script)
+{
+    bool ran = false;
+    QTimer::singleShot(0, [&] {
+        auto *form = qobject_cast<EntryDialog *>(QApplication::activeModalWidget());
+        QVERIFY(form);
+        script(form);
+        ran = true;
+    });
+    action();
+    QVERIFY(ran);
+}
+
+// Types the odometer over the form's own and a quantity of 10, then saves.
+void fillAndSave(EntryDialog *form, const QString &odometer);
 
 // Help that is never shown: the walks are not about help.
 class NoHelp : public HelpLauncher

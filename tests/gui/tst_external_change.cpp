@@ -47,29 +47,6 @@ CVCItem fuel(double odometer, quint32 date)
              .fuelQuantity = 10 };
 }
 
-// The form the action opens, filled by the script once it is up.
-template<typename Action, typename Script> void withForm(Action action, Script script)
-{
-    bool ran = false;
-    QTimer::singleShot(0, [&] {
-        auto *form = qobject_cast<EntryDialog *>(QApplication::activeModalWidget());
-        QVERIFY(form);
-        script(form);
-        ran = true;
-    });
-    action();
-    QVERIFY(ran);
-}
-
-void fillAndSave(EntryDialog *form, const QString &odometer)
-{
-    auto *field = form->findChild<QLineEdit *>(u"odometer"_s);
-    field->selectAll();
-    QTest::keyClicks(field, odometer);
-    QTest::keyClicks(form->findChild<QLineEdit *>(u"quantity"_s), u"10"_s);
-    QTest::mouseClick(form->saveButton(), Qt::LeftButton);
-}
-
 // The van with two fill-ups, opened in the main window; `boxes` shows real message boxes.
 struct VanSandbox
 {

@@ -65,20 +65,6 @@ EntryList sampleLog()
              entry(CVCItem::Trip, 19, u"Trip"_s, 12800, "2026-11-25T08:00:00") };
 }
 
-// Runs the action while the form it opens is answered by the script.
-template<typename Action, typename Script> void withForm(Action action, Script script)
-{
-    bool ran = false;
-    QTimer::singleShot(0, [&] {
-        auto *form = qobject_cast<EntryDialog *>(QApplication::activeModalWidget());
-        QVERIFY(form);
-        script(form);
-        ran = true;
-    });
-    action();
-    QVERIFY(ran);
-}
-
 } // namespace
 
 class TestHistory : public QObject
@@ -163,14 +149,7 @@ void TestHistory::walk()
 
     // Insert a fill-up in the ALL view: the question, then the form; placed before 12400.
     m_box->reporter.setNextAnswer(true);
-    withForm([&] { dialog->insertFuelOrRepair(); },
-             [](EntryDialog *form) {
-                 auto *odometer = form->findChild<QLineEdit *>(u"odometer"_s);
-                 odometer->selectAll();
-                 QTest::keyClicks(odometer, u"12380"_s);
-                 QTest::keyClicks(form->findChild<QLineEdit *>(u"quantity"_s), u"10"_s);
-                 QTest::mouseClick(form->saveButton(), Qt::LeftButton);
-             });
+    withForm([&] { dialog->insertFuelOrRepair(); }, [](EntryDialog *form) { fillAndSave(form, u"12380"_s); });
     QCOMPARE(odometers(vcb()),
              (QList<double> { 12000, 12050, 12100, 12350, 12380, 12400, 12450, 12700, 12800 }));
     QCOMPARE(dialog->selectedPosition(), 4);
