@@ -19,11 +19,7 @@ namespace {
 
 CVCItem record(qint32 type, double odometer, const char *date, const QString &typeText)
 {
-    CVCItem item;
-    item.entryType = type;
-    item.odometer = odometer;
-    item.entryDate = utc(date);
-    item.typeText = typeText;
+    CVCItem item { .entryType = type, .odometer = odometer, .entryDate = utc(date), .typeText = typeText };
     if (type == CVCItem::Fuel) {
         item.fuelMeasure = u"Gallons"_s;
         item.fuelQuantity = 10;

@@ -174,11 +174,8 @@ void TestReminders::saveToCalendar()
     QCOMPARE(box.chooser.requests(),
              QStringList(2, u"save "_s + box.context.paths.myDocuments() + u" My Car.ics"_s));
     QCOMPARE(box.reporter.texts(), QStringList { u"Saved 5 due dates to "_s + file });
-    const QByteArray bytes = readAll(file);
-    QVERIFY(bytes.startsWith("BEGIN:VCALENDAR\r\n"));
-    QCOMPARE(bytes.count("BEGIN:VEVENT"), 5);
     // The file the command line writes for the same moment.
-    QCOMPARE(bytes, readAll(QStringLiteral(TARVANE_TEST_DATA "/calc/due-calendar/expected.ics")));
+    QCOMPARE(readAll(file), readAll(QStringLiteral(TARVANE_TEST_DATA "/calc/due-calendar/expected.ics")));
 
     // A folder that does not exist: the message, and nothing written.
     box.reporter.clear();

@@ -16,10 +16,7 @@ using TestFiles::utc;
 
 CVCItem dated(const char *iso, qint32 type = CVCItem::Fuel)
 {
-    CVCItem item;
-    item.entryType = type;
-    item.entryDate = utc(iso);
-    return item;
+    return { .entryType = type, .entryDate = utc(iso) };
 }
 
 } // namespace

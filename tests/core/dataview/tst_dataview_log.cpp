@@ -13,11 +13,7 @@ namespace {
 
 CVCItem at(double odometer, qint32 type = CVCItem::Fuel)
 {
-    CVCItem item;
-    item.entryType = type;
-    item.odometer = odometer;
-    item.typeText = CVCItem::typeName(type);
-    return item;
+    return { .entryType = type, .odometer = odometer, .typeText = CVCItem::typeName(type) };
 }
 
 EntryList entries(const QList<double> &odometers)

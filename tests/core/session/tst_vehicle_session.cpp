@@ -50,10 +50,7 @@ void TestVehicleSession::dropDownRewritesOnlyAVehicleKeptElsewhere()
         first.start(false, u"My Car"_s);
         first.settings().SetString(u"My Car"_s, u"Directory"_s, directory);
     }
-    CVCItem oil;
-    oil.entryType = CVCItem::Maintenance;
-    oil.odometer = 1200;
-    oil.typeText = u"Oil Change"_s;
+    CVCItem oil { .entryType = CVCItem::Maintenance, .odometer = 1200, .typeText = u"Oil Change"_s };
     // Stray bytes after the archive: a save writes the archive alone, so they show a rewrite.
     const QByteArray onDisk = LogArchive::encode({ oil }) + QByteArray("stale");
     TestFiles::put(data + u"MYCAR0001.vcb"_s, onDisk);
