@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/context_helper.h"
 #include "core/files_helper.h"
 
 #include "app/FileChooser.h"
@@ -93,10 +94,10 @@ public:
 
 // Everything one run of the program needs on a sandbox folder: memory settings stores, a fixed
 // clock and en_US formats. The session and the window are made when a walk asks for them.
-struct Sandbox
+struct Sandbox : TestContext
 {
     explicit Sandbox(quint32 now)
-        : clock(now)
+        : TestContext(now)
     { }
 
     QString data() const { return context.paths.dataFolder(); }
@@ -107,13 +108,6 @@ struct Sandbox
     // The main window over the started session.
     MainWindow &startWindow();
 
-    QTemporaryDir dir;
-    RecordingReporter reporter;
-    FixedClock clock;
-    TestLocaleFormats locale;
-    MemorySettingsStore options;
-    MemorySettingsStore preferences;
-    AppContext context { DevicePaths(dir.path()), reporter, clock, locale, options, preferences };
     ScriptedFileChooser chooser;
     NoHelp noHelp;
     HelpLauncher *help = &noHelp;

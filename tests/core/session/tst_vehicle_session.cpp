@@ -3,6 +3,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "core/context_helper.h"
 #include "core/files_helper.h"
 #include "log/LogArchive.h"
 #include "session/VehicleSession.h"
@@ -35,13 +36,8 @@ void TestVehicleSession::dropDownRewritesOnlyAVehicleKeptElsewhere()
 {
     QFETCH(QString, directory);
     QFETCH(bool, rewritten);
-    QTemporaryDir root;
-    RecordingReporter reporter;
-    FixedClock clock(1'780'000'000);
-    TestLocaleFormats locale;
-    MemorySettingsStore options;
-    MemorySettingsStore preferences;
-    AppContext context { DevicePaths(root.path()), reporter, clock, locale, options, preferences };
+    TestContext run(1'780'000'000);
+    AppContext &context = run.context;
 
     const QString data = context.paths.dataFolder();
     {
@@ -66,13 +62,8 @@ void TestVehicleSession::dropDownRewritesOnlyAVehicleKeptElsewhere()
 
 void TestVehicleSession::countersAndLastServices()
 {
-    QTemporaryDir root;
-    RecordingReporter reporter;
-    FixedClock clock(1'780'000'000);
-    TestLocaleFormats locale;
-    MemorySettingsStore options;
-    MemorySettingsStore preferences;
-    AppContext context { DevicePaths(root.path()), reporter, clock, locale, options, preferences };
+    TestContext run(1'780'000'000);
+    AppContext &context = run.context;
     const auto shown = [](const MainScreenFigures &f) {
         const auto one = [](const CounterState &c) {
             return c.noData ? u"No Data"_s : c.text;

@@ -5,6 +5,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "core/context_helper.h"
 #include "core/files_helper.h"
 #include "log/LogArchive.h"
 #include "platform/AppContext.h"
@@ -49,15 +50,11 @@ private:
     qint64 m_good;
 };
 
-struct Sandbox
+struct Sandbox : TestContext
 {
-    QTemporaryDir dir;
-    RecordingReporter reporter;
-    FixedClock clock { Now };
-    TestLocaleFormats locale;
-    MemorySettingsStore options;
-    MemorySettingsStore preferences;
-    AppContext context { DevicePaths(dir.path()), reporter, clock, locale, options, preferences };
+    Sandbox()
+        : TestContext(Now)
+    { }
 
     QString root() const { return context.paths.root(); }
     QString data() const { return context.paths.dataFolder(); }
