@@ -418,7 +418,9 @@ void TestForms::editList()
              (QStringList { u"Line0=Truck Stop"_s, u"Line1=Corner Station"_s }));
     QCOMPARE(dialog.list()->count(), 2);
 
-    // A 41st character can't be typed.
+    // Empty text adds nothing; a 41st character can't be typed.
+    QTest::mouseClick(dialog.addButton(), Qt::LeftButton);
+    QCOMPARE(dialog.list()->count(), 2);
     QTest::keyClicks(dialog.newItemEdit(), QString(41, u'x'));
     QCOMPARE(dialog.newItemEdit()->text().size(), 40);
     dialog.newItemEdit()->clear();
@@ -428,6 +430,9 @@ void TestForms::editList()
              (QStringList { u"Line0=Truck Stop"_s, u"Line1=Corner Station"_s, u"Line2=Harbour"_s }));
     QCOMPARE(dialog.newItemEdit()->text(), QString());
 
+    // Delete with nothing selected does nothing.
+    QTest::mouseClick(dialog.deleteButton(), Qt::LeftButton);
+    QVERIFY(m_reporter.messages().isEmpty());
     dialog.list()->setCurrentRow(0);
     QTest::mouseClick(dialog.deleteButton(), Qt::LeftButton);
     QCOMPARE(m_reporter.texts(), QStringList { u"Truck Stop"_s });
