@@ -1,13 +1,10 @@
 #include "CliRunner_helper.h"
 
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QProcess>
 #include <QTest>
 #include <QTextStream>
 
 #include "CliApp.h"
-#include "log/CVCItemJson.h"
 #include "log/LogArchive.h"
 
 using namespace Qt::StringLiterals;
@@ -42,13 +39,3 @@ QString CliRunner::dataFolder() const
 {
     return m_root + u"/My Documents/Tarvane Files/"_s;
 }
-
-namespace CliFiles {
-
-CVCItem record(const QByteArray &fields)
-{
-    return cvcItemFromJson(
-        QJsonDocument::fromJson('{' + QByteArray(fields).replace('\'', '"') + '}').object());
-}
-
-} // namespace CliFiles

@@ -52,14 +52,12 @@ namespace CliFiles {
 using TestFiles::at;
 using TestFiles::odometers;
 using TestFiles::put;
+using TestFiles::record;
 using TestFiles::snapshot;
 using TestFiles::utc;
 inline QByteArray readAll(const QString &path)
 {
     return TestFiles::read(path);
 }
-
-// A record from the JSON of the fields that are set, written with single quotes; the rest are 0.
-CVCItem record(const QByteArray &fields);
 
 } // namespace CliFiles

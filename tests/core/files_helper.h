@@ -11,7 +11,11 @@
 #include <QStringList>
 #include <QTest>
 
+#include "log/CVCItemJson.h"
 #include "log/LogArchive.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
 
 // Files as the tests write and read them. Settings files lie on disk as the mark FF FE, then
 // each UTF-16 code unit low byte first.
@@ -88,6 +92,27 @@ inline QList<double> odometers(const QString &path)
     for (const CVCItem &item : list)
         values.append(item.odometer);
     return values;
+}
+
+// A record from the JSON of the fields that are set, written with single quotes; the rest are 0.
+// A name the record does not have stops the run: a misspelt fixture would otherwise pass unseen.
+inline CVCItem record(const QByteArray &fields)
+{
+    QJsonParseError error;
+    const QByteArray text = QByteArray('{' + fields + '}').replace('\'', '"');
+    const QJsonObject object = QJsonDocument::fromJson(text, &error).object();
+    const QJsonObject all = cvcItemToJson(CVCItem());
+    for (const QString &key : object.keys())
+        error.error = all.contains(key) ? error.error : QJsonParseError::IllegalValue;
+    if (error.error != QJsonParseError::NoError)
+        qFatal("Bad record fixture: %s", fields.constData());
+    return cvcItemFromJson(object);
+}
+
+// Every field of a record, so that a QCOMPARE shows which one differs.
+inline QString json(const CVCItem &item)
+{
+    return QString::fromUtf8(QJsonDocument(cvcItemToJson(item)).toJson(QJsonDocument::Compact));
 }
 
 // The bytes of a log holding one fill-up at the odometer.
