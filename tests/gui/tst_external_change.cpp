@@ -7,7 +7,6 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QStringEncoder>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QtTest>
@@ -63,8 +62,7 @@ struct VanSandbox
         const QString ini
             = u"\r\n[VehicleList]\r\nVehicle0=Van\r\n\r\n[Van]\r\nVIN=VAN1\r\nStart Odometer=10000\r\n"
               "Distance=Mile\r\nEcono=MPG\r\nLiquid=US\r\n"_s;
-        put(folder + u"Velcora.ini"_s,
-            QStringEncoder(QStringEncoder::Utf16LE, QStringEncoder::Flag::WriteBom)(ini));
+        put(folder + u"Velcora.ini"_s, TestFiles::utf16(ini));
         put(folder + u"Lists.ini"_s, readAll(u":/install/Lists.ini"_s));
         LogArchive().write(log(), { fuel(10000, Now - 20 * Day), fuel(10300, Now - 10 * Day) });
         options.setValue(u"Options"_s, u"Name"_s, u"Van"_s);

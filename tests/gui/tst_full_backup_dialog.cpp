@@ -175,8 +175,7 @@ void TestFullBackupDialog::mainScreenRecordsAndReloads()
     const QString ini = QStringDecoder(QStringDecoder::Utf16)(readAll(s.data() + u"Velcora.ini"_s));
     QString renamed = ini;
     renamed.replace(u"My Car"_s, u"Old Car"_s);
-    auto toUtf16 = QStringEncoder(QStringEncoder::Utf16LE, QStringEncoder::Flag::WriteBom);
-    put(s.root() + u"Tarvane Backup/Tarvane Setup Files/Velcora.ini"_s, toUtf16(renamed));
+    put(s.root() + u"Tarvane Backup/Tarvane Setup Files/Velcora.ini"_s, TestFiles::utf16(renamed));
     s.clock.set(Now + 3600);
     s.reporter.setNextAnswer(true);
     triggerAndRun(fullRestore);

@@ -85,8 +85,7 @@ void prepareTwoVehicles(const QString &dataFolder)
     ini += vehicleSection(u"Van"_s, u"VAN1"_s, 10000, 180, 3000);
     ini += vehicleSection(u"Bike"_s, u"BIKE7"_s, 500, 0, 0);
     ini += u"\r\n[TripSettings]\r\nSortListBy=Date\r\n"_s;
-    auto utf16 = QStringEncoder(QStringEncoder::Utf16LE, QStringEncoder::Flag::WriteBom);
-    put(dataFolder + u"Velcora.ini"_s, utf16(ini));
+    put(dataFolder + u"Velcora.ini"_s, TestFiles::utf16(ini));
     put(dataFolder + u"Lists.ini"_s, readAll(u":/install/Lists.ini"_s));
     QVERIFY(LogArchive().write(dataFolder + u"VAN1.vcb"_s, vanLog()));
 }
