@@ -17,15 +17,6 @@ namespace {
 // 2024-03-01 00:00:00 UTC.
 constexpr quint32 Now = 1709251200;
 
-CVCItem entry(CVCItem::EntryType type, double odometer, const QString &text, quint32 date)
-{
-    return { .iconIndex = type == CVCItem::Fuel ? 0 : 4,
-             .entryType = type,
-             .odometer = odometer,
-             .entryDate = date,
-             .typeText = text };
-}
-
 // Runs check on the next modal dialog, then closes it.
 void onNextModal(std::function<void(QDialog *)> check)
 {
@@ -52,9 +43,11 @@ struct CalendarSandbox : Sandbox
         QFile::copy(QStringLiteral(TARVANE_TEST_DATA "/calc/due-calendar/Velcora.ini"),
                     folder + u"Velcora.ini"_s);
         QFile::setPermissions(folder + u"Velcora.ini"_s, QFile::ReadOwner | QFile::WriteOwner);
-        LogArchive().write(folder + u"MYCAR0001.vcb"_s,
-                           { entry(CVCItem::Fuel, 12000, u"Fuel"_s, 1704067200),
-                             entry(CVCItem::Maintenance, 12346, u"Rotate Tires"_s, 1708387200) });
+        LogArchive().write(
+            folder + u"MYCAR0001.vcb"_s,
+            { TestFiles::record("'odometer': 12000, 'entryDate': 1704067200, 'typeText': 'Fuel'"),
+              TestFiles::record("'iconIndex': 4, 'entryType': 1, 'odometer': 12346, "
+                                "'entryDate': 1708387200, 'typeText': 'Rotate Tires'") });
         options.setValue(u"Options"_s, u"Name"_s, u"My Car"_s);
         startSession().saveAfterStartup();
         reporter.clear();

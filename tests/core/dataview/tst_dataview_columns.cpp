@@ -14,59 +14,32 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+using TestFiles::record;
 using TestFiles::utc;
 
+// Dates: 2026-11-23 08:30, 2026-11-24 10:00, and a trip from 2026-11-20 08:15 to 2026-11-21 10:45.
 CVCItem fuel()
 {
-    CVCItem item;
-    item.entryType = CVCItem::Fuel;
-    item.odometer = 12345;
-    item.entryDate = utc("2026-11-23T08:30:00");
-    item.typeText = u"Fuel"_s;
-    item.notes = u"Full tank"_s;
-    item.fuelMeasure = u"Gallons"_s;
-    item.station = u"Shell"_s;
-    item.temperature = 7;
-    item.amount = 34.13;
-    item.fuelQuantity = 10.5;
-    item.unitPrice = 3.25;
-    item.economy = 28.5;
-    return item;
+    return record("'odometer': 12345, 'entryDate': 1795422600, 'typeText': 'Fuel', 'notes': 'Full tank', "
+                  "'fuelMeasure': 'Gallons', 'station': 'Shell', 'temperature': 7, 'amount': 34.13, "
+                  "'fuelQuantity': 10.5, 'unitPrice': 3.25, 'economy': 28.5");
 }
 
 CVCItem repair()
 {
-    CVCItem item;
-    item.entryType = CVCItem::Maintenance;
-    item.iconIndex = 4;
-    item.odometer = 12400;
-    item.entryDate = utc("2026-11-24T10:00:00");
-    item.typeText = u"Oil Change"_s;
-    item.station = u"Joe's Garage"_s;
-    item.invoice = u"INV-7"_s;
-    item.amount = 49.95;
-    item.notes = u"5W-30"_s;
-    return item;
+    return record(
+        "'iconIndex': 4, 'entryType': 1, 'odometer': 12400, 'entryDate': 1795514400, "
+        "'typeText': 'Oil Change', 'notes': '5W-30', 'station': 'Joe\\u0027s Garage', 'invoice': 'INV-7', "
+        "'amount': 49.95");
 }
 
 CVCItem trip()
 {
-    CVCItem item;
-    item.entryType = CVCItem::Trip;
-    item.iconIndex = 19;
-    item.odometer = 12000;
-    item.endOdometer = 12150;
-    item.entryDate = utc("2026-11-20T08:15:00");
-    item.departTime = item.entryDate;
-    item.arriveTime = utc("2026-11-21T10:45:00");
-    item.typeText = u"Trip"_s;
-    item.purpose = u"Client visit"_s;
-    item.destination = u"Springfield"_s;
-    item.contact = u"Ann"_s;
-    item.amount = 4.5;
-    item.parking = 12;
-    item.unitPrice = 51.75;
-    return item;
+    return record(
+        "'iconIndex': 19, 'entryType': 2, 'odometer': 12000, 'entryDate': 1795162500, "
+        "'typeText': 'Trip', 'purpose': 'Client visit', 'destination': 'Springfield', 'contact': 'Ann', "
+        "'departTime': 1795162500, 'arriveTime': 1795257900, 'amount': 4.5, 'unitPrice': 51.75, "
+        "'endOdometer': 12150, 'parking': 12");
 }
 
 QStringList split(const char *cells)
