@@ -6,6 +6,8 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QMap>
 #include <QString>
 #include <QStringList>
@@ -14,11 +16,8 @@
 #include "log/CVCItemJson.h"
 #include "log/LogArchive.h"
 
-#include <QJsonDocument>
-#include <QJsonObject>
-
-// Files as the tests write and read them. Settings files lie on disk as the mark FF FE, then
-// each UTF-16 code unit low byte first.
+// Files, records and times as the tests of every group write and read them. Settings files lie on
+// disk as the mark FF FE, then each UTF-16 code unit low byte first.
 namespace TestFiles {
 
 inline QByteArray utf16(const QString &text)
