@@ -1,16 +1,10 @@
 #include "CliRunner_helper.h"
 
-#include <QDateTime>
-#include <QDirIterator>
-#include <QFile>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QProcess>
 #include <QTest>
 #include <QTextStream>
 
 #include "CliApp.h"
-#include "log/CVCItemJson.h"
 #include "log/LogArchive.h"
 
 using namespace Qt::StringLiterals;
@@ -45,58 +39,3 @@ QString CliRunner::dataFolder() const
 {
     return m_root + u"/My Documents/Tarvane Files/"_s;
 }
-
-namespace CliFiles {
-
-QByteArray readAll(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
-}
-
-QMap<QString, QByteArray> snapshot(const QString &folder)
-{
-    QMap<QString, QByteArray> files;
-    QDirIterator it(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        const QString path = it.next();
-        files.insert(path, readAll(path));
-    }
-    return files;
-}
-
-void put(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    QCOMPARE(file.write(bytes), bytes.size());
-}
-
-QList<double> odometers(const QString &path)
-{
-    EntryList list;
-    if (!LogArchive().read(path, list))
-        return { -1 };
-    QList<double> values;
-    for (const CVCItem &item : list)
-        values.append(item.odometer);
-    return values;
-}
-
-CVCItem record(const QByteArray &fields)
-{
-    return cvcItemFromJson(
-        QJsonDocument::fromJson('{' + QByteArray(fields).replace('\'', '"') + '}').object());
-}
-
-quint32 utc(const char *iso)
-{
-    return quint32(QDateTime::fromString(QString::fromLatin1(iso), Qt::ISODate).toSecsSinceEpoch());
-}
-
-quint32 at(int year, int month, int day)
-{
-    return quint32(QDateTime(QDate(year, month, day), QTime(12, 0), Qt::UTC).toSecsSinceEpoch());
-}
-
-} // namespace CliFiles

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 
+#include "core/files_helper.h"
 #include "log/CVCItem.h"
 #include "platform/SettingsStore.h"
 
@@ -48,23 +49,15 @@ private:
 // helpers of the same name stay unambiguous.
 namespace CliFiles {
 
-// A file's bytes, or "<missing>" so a comparison says what went wrong.
-QByteArray readAll(const QString &path);
-
-// Every file below a folder with its bytes, to see that a command changed nothing.
-QMap<QString, QByteArray> snapshot(const QString &folder);
-
-// Writes a file whole; fails the running test otherwise.
-void put(const QString &path, const QByteArray &bytes);
-
-// The odometers of a log file in their order, {-1} when it does not read.
-QList<double> odometers(const QString &path);
-
-// A record from the JSON of the fields that are set, written with single quotes; the rest are 0.
-CVCItem record(const QByteArray &fields);
-
-// "2026-11-02T09:00:00" UTC, and a day at noon UTC, as the log's seconds.
-quint32 utc(const char *iso);
-quint32 at(int year, int month, int day);
+using TestFiles::at;
+using TestFiles::odometers;
+using TestFiles::put;
+using TestFiles::record;
+using TestFiles::snapshot;
+using TestFiles::utc;
+inline QByteArray readAll(const QString &path)
+{
+    return TestFiles::read(path);
+}
 
 } // namespace CliFiles

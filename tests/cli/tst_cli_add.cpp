@@ -9,6 +9,7 @@
 using namespace Qt::StringLiterals;
 
 using CliFiles::record;
+using TestFiles::json;
 
 namespace {
 
@@ -18,12 +19,6 @@ const QString RepairNote
     = u"This entry has an odometer reading less than the last entry.\nData should be "
       "entered in numerical order by odometer.  See \"Inserting data\" in the manual.\n"_s;
 const QString FirstFill = u"add fuel --odometer 12000 --quantity 12 --price 3"_s;
-
-// Every field, so that a QCOMPARE shows which one differs.
-QString json(const CVCItem &item)
-{
-    return QString::fromUtf8(QJsonDocument(cvcItemToJson(item)).toJson(QJsonDocument::Compact));
-}
 
 CVCItem fuel(const char *fields)
 {

@@ -19,9 +19,10 @@ using CliFiles::snapshot;
 
 namespace {
 
+// Midnight UTC of the day.
 quint32 utc(int y, int m, int d)
 {
-    return static_cast<quint32>(QDateTime(QDate(y, m, d), QTime(0, 0), Qt::UTC).toSecsSinceEpoch());
+    return TestFiles::at(y, m, d, 0);
 }
 
 CVCItem repair(double odometer, const QString &type, quint32 date)
@@ -153,14 +154,11 @@ void TestCliCommands::firstStartCreatesDataFolderFromTemplates()
              (QStringList { u"Lists.ini"_s, u"Velcora.ini"_s }));
 
     // The template's vehicle as JSON: the list's fields, then its whole profile.
-    const QJsonArray array
-        = QJsonDocument::fromJson(cli.run({ u"vehicles"_s, u"--json"_s }).out.toUtf8()).array();
-    QCOMPARE(array.size(), 1);
-    const QJsonObject car = array.first().toObject();
-    QCOMPARE(QStringList({ car.value(u"name"_s).toString(), car.value(u"VIN"_s).toString(),
-                           QString::number(car.value(u"Year"_s).toInt()) }),
-             QStringList({ u"My Car"_s, u"MYCAR0001"_s, u"2004"_s }));
-    QCOMPARE(car.keys(), (QStringList { u"Make"_s, u"Model"_s, u"Plate"_s, u"VIN"_s, u"Year"_s, u"name"_s }));
+    const QJsonObject car { { u"name"_s, u"My Car"_s },  { u"VIN"_s, u"MYCAR0001"_s },
+                            { u"Make"_s, u"Generic"_s }, { u"Model"_s, u"Sedan"_s },
+                            { u"Year"_s, 2004 },         { u"Plate"_s, u"ABC123"_s } };
+    QCOMPARE(QJsonDocument::fromJson(cli.run({ u"vehicles"_s, u"--json"_s }).out.toUtf8()).array(),
+             QJsonArray { car });
     const CliResult profile = cli.run({ u"profile"_s, u"My Car"_s, u"--json"_s });
     QCOMPARE(profile.exitCode, 0);
     const QJsonObject p = QJsonDocument::fromJson(profile.out.toUtf8()).object();
@@ -189,27 +187,26 @@ void TestCliCommands::statusShowsTheWholeReminderList()
                 false);
     const CliResult r = cli.run({ u"--now"_s, u"2026-11-21"_s, u"status"_s, u"My Car"_s, u"--json"_s });
     QCOMPARE(r.exitCode, 0);
-    const QJsonObject s = QJsonDocument::fromJson(r.out.toUtf8()).object();
-    QCOMPARE(s.value(u"vehicle"_s).toString(), u"My Car"_s);
-    QCOMPARE(s.value(u"VIN"_s).toString(), u"MYCAR0001"_s);
-    QCOMPARE(s.value(u"lastOdometer"_s).toDouble(), 16000.0);
-    QCOMPARE(s.value(u"openTrips"_s).toInt(), 1);
-    QCOMPARE(s.value(u"currentEconomy"_s).toDouble(), 30.0);
-    QCOMPARE(s.value(u"averageEconomy"_s).toDouble(), 30.0);
     // Oil: 324 - 180 = 144 days and 16000 - 10000 - 5000 = 1000 miles past due; tires never
     // rotated: 16000 - 7500 = 8500. Each line is added on top of the ones before it.
-    const QJsonArray lines = s.value(u"reminders"_s).toArray();
-    QStringList texts;
-    QList<int> icons;
-    for (const QJsonValue &line : lines) {
-        texts << line.toObject().value(u"text"_s).toString();
-        icons << line.toObject().value(u"icon"_s).toInt();
-    }
-    QCOMPARE(texts,
-             (QStringList { u"Found 1    open trip"_s, u"Tire rotate OVERDUE by: 8500    Miles"_s,
-                            u"Oil change OVERDUE by: 1000    Miles"_s, u"Oil change OVERDUE by: 144  days"_s,
-                            u"Last Backup: Unknown"_s }));
-    QCOMPARE(icons, (QList<int> { 3, 4, 4, 5, 6 }));
+    const auto line = [](const QString &text, int icon) {
+        return QJsonObject { { u"text"_s, text }, { u"icon"_s, icon } };
+    };
+    const QJsonObject expected { { u"vehicle"_s, u"My Car"_s },
+                                 { u"VIN"_s, u"MYCAR0001"_s },
+                                 { u"lastOdometer"_s, 16000 },
+                                 { u"openTrips"_s, 1 },
+                                 { u"currentEconomy"_s, 30 },
+                                 { u"averageEconomy"_s, 30 },
+                                 { u"economyLine"_s, u"Fuel Economy: 30.00 - 30.00 Avg"_s },
+                                 { u"openTripsText"_s, u"There are 1 open trips."_s },
+                                 { u"reminders"_s,
+                                   QJsonArray { line(u"Found 1    open trip"_s, 3),
+                                                line(u"Tire rotate OVERDUE by: 8500    Miles"_s, 4),
+                                                line(u"Oil change OVERDUE by: 1000    Miles"_s, 4),
+                                                line(u"Oil change OVERDUE by: 144  days"_s, 5),
+                                                line(u"Last Backup: Unknown"_s, 6) } } };
+    QCOMPARE(QJsonDocument::fromJson(r.out.toUtf8()).object(), expected);
 
     const CliResult plain = cli.run({ u"--now"_s, u"2026-11-21"_s, u"status"_s, u"My Car"_s });
     QCOMPARE(plain.out,

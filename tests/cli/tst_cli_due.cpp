@@ -15,17 +15,6 @@ using CliFiles::readAll;
 
 namespace {
 
-CVCItem entry(CVCItem::EntryType type, double odometer, const QString &text, quint32 date)
-{
-    CVCItem item;
-    item.entryType = type;
-    item.iconIndex = type == CVCItem::Fuel ? 0 : 4;
-    item.odometer = odometer;
-    item.typeText = text;
-    item.entryDate = date;
-    return item;
-}
-
 const QString CaseFolder = QStringLiteral(TARVANE_TEST_DATA "/calc/due-calendar/");
 
 // The case's "My Car" (see its Velcora.ini) has services in every state: oil overdue by reading,
@@ -35,8 +24,10 @@ const QString CaseFolder = QStringLiteral(TARVANE_TEST_DATA "/calc/due-calendar/
 void prepare(CliRunner &cli)
 {
     // 2024-01-01 and 2024-02-20.
-    cli.prepare({ entry(CVCItem::Fuel, 12000, u"Fuel"_s, 1704067200),
-                  entry(CVCItem::Maintenance, 12346, u"Rotate Tires"_s, 1708387200) });
+    cli.prepare(
+        { CliFiles::record("'odometer': 12000, 'entryDate': 1704067200, 'typeText': 'Fuel'"),
+          CliFiles::record("'iconIndex': 4, 'entryType': 1, 'odometer': 12346, 'entryDate': 1708387200, "
+                           "'typeText': 'Rotate Tires'") });
     const QString ini = cli.dataFolder() + u"Velcora.ini"_s;
     QVERIFY(QFile::remove(ini));
     QVERIFY(QFile::copy(CaseFolder + u"Velcora.ini"_s, ini));

@@ -9,17 +9,9 @@
 using namespace Qt::StringLiterals;
 
 using CliFiles::readAll;
+using TestFiles::logBytes;
 
 namespace {
-
-QByteArray logBytes(double odometer)
-{
-    CVCItem item;
-    item.entryType = CVCItem::Fuel;
-    item.typeText = u"Fuel"_s;
-    item.odometer = odometer;
-    return LogArchive::encode({ item });
-}
 
 const QString BackupQuestion
     = u"This function will replace any previous backup with the current database.\nConinue?"_s;

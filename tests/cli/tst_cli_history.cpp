@@ -19,11 +19,7 @@ namespace {
 
 CVCItem record(qint32 type, double odometer, const char *date, const QString &typeText)
 {
-    CVCItem item;
-    item.entryType = type;
-    item.odometer = odometer;
-    item.entryDate = utc(date);
-    item.typeText = typeText;
+    CVCItem item { .entryType = type, .odometer = odometer, .entryDate = utc(date), .typeText = typeText };
     if (type == CVCItem::Fuel) {
         item.fuelMeasure = u"Gallons"_s;
         item.fuelQuantity = 10;
@@ -221,11 +217,8 @@ void TestCliHistory::failures()
     QFETCH(QStringList, arguments);
     QFETCH(bool, damaged);
     QFETCH(QString, err);
-    if (damaged) {
-        QFile file(vcb());
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("\x02\x00\xff\xff\x01\x00\x07\x00CVC", 11);
-    }
+    if (damaged)
+        CliFiles::put(vcb(), QByteArray("\x02\x00\xff\xff\x01\x00\x07\x00CVC", 11));
     const auto before = snapshot(m_root->path());
     const CliResult r = run(arguments);
     QTEST(r.exitCode, "exitCode");

@@ -67,9 +67,7 @@ void TestCliReport::textAndFile()
              "All trips: 1 trips, distance 120, tolls 2.00, parking 3.00, claim 65.00\n"
              "Open trips: 1\n"
              "Running cost: 72.50, 0.048 per distance unit, 6.04 per month\n"_s);
-    QFile page(out);
-    QVERIFY(page.open(QIODevice::ReadOnly));
-    const QByteArray html = page.readAll();
+    const QByteArray html = CliFiles::readAll(out);
     QVERIFY(html.startsWith("<!DOCTYPE html>"));
     QVERIFY(html.contains("<td class=\"n\">$65.00</td>"));
 }

@@ -1,6 +1,7 @@
 // The real tarvane-cli when the disk is full, when the settings file can't be read and when two
 // of it add at the same moment: nothing the user had may be lost, and no entry reported added
 // may be missing.
+#include "core/files_helper.h"
 #include "log/LogArchive.h"
 
 #include <QDirIterator>
@@ -21,18 +22,7 @@ namespace {
 const QString Cli
     = qEnvironmentVariable("TARVANE_CLI", QStringLiteral(TARVANE_BINARY_DIR "/src/cli/tarvane-cli"));
 
-// Every file under the folder with its bytes.
-QMap<QString, QByteArray> snapshot(const QString &folder)
-{
-    QMap<QString, QByteArray> files;
-    QDirIterator it(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        QFile file(it.next());
-        if (file.open(QIODevice::ReadOnly))
-            files.insert(file.fileName().mid(folder.size()), file.readAll());
-    }
-    return files;
-}
+using TestFiles::snapshot;
 
 void setUpProcess(QProcess &process, const QString &root, const QStringList &arguments, rlim_t fileLimit = 0)
 {
@@ -120,11 +110,7 @@ void TestCliSafety::unreadableSettingsKept()
     QTemporaryDir root;
     QCOMPARE(runCli(root.path(), fill(1000)), 0);
     const QString settings = root.path() + u"/My Documents/Tarvane Files/Velcora.ini"_s;
-    {
-        QFile file(settings);
-        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        file.write(bytes);
-    }
+    TestFiles::put(settings, bytes);
     const QMap<QString, QByteArray> before = snapshot(root.path());
     for (const QStringList &command : { fill(2000), fill(3000) }) {
         QByteArray err;

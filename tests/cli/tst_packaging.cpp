@@ -1,4 +1,3 @@
-#include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QStandardPaths>
@@ -21,8 +20,7 @@ const QString cli = QStringLiteral(TARVANE_BINARY_DIR "/src/cli/tarvane-cli");
 
 QString readText(const QString &path)
 {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    return QString::fromUtf8(CliFiles::readAll(path));
 }
 
 // "name synopsis" of each command, as tarvane-cli --help lists them (its descriptions are indented

@@ -1,13 +1,12 @@
 #include "gui_helper.h"
 
-#include "log/LogArchive.h"
-
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTest>
 #include <QTreeWidget>
 #include <QWidget>
@@ -36,39 +35,6 @@ void shoot(QWidget *widget, const QString &name)
     QVERIFY2(saveScreenshot(widget, name), qPrintable(name));
 }
 
-QByteArray readAll(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
-}
-
-void put(const QString &path, const QByteArray &bytes)
-{
-    QVERIFY(QDir().mkpath(QFileInfo(path).path()));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    QCOMPARE(file.write(bytes), bytes.size());
-}
-
-QList<double> odometers(const QString &path)
-{
-    EntryList list;
-    if (!LogArchive().read(path, list))
-        return { -1 };
-    QList<double> values;
-    for (const CVCItem &item : list)
-        values.append(item.odometer);
-    return values;
-}
-
-QList<int> whole(const char *digits, bool alert)
-{
-    QList<int> tiles;
-    for (const char *c = digits; *c; ++c)
-        tiles << (alert ? 211 : 198) + (*c - '0');
-    return tiles;
-}
-
 QStringList column(const QTreeWidget *list, int c)
 {
     QStringList out;
@@ -93,6 +59,13 @@ void retype(QLineEdit *edit, const QString &text)
         QTest::keyClick(edit, Qt::Key_Backspace);
     else
         QTest::keyClicks(edit, text);
+}
+
+void fillAndSave(EntryDialog *form, const QString &odometer)
+{
+    retype(form->findChild<QLineEdit *>(u"odometer"_s), odometer);
+    QTest::keyClicks(form->findChild<QLineEdit *>(u"quantity"_s), u"10"_s);
+    QTest::mouseClick(form->saveButton(), Qt::LeftButton);
 }
 
 void Sandbox::installTemplates()

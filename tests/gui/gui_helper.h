@@ -1,8 +1,12 @@
 #pragma once
 
+#include "core/context_helper.h"
+#include "core/files_helper.h"
+
 #include "app/FileChooser.h"
 #include "app/HelpLauncher.h"
 #include "app/MainWindow.h"
+#include "forms/EntryDialog.h"
 #include "platform/AppContext.h"
 #include "session/VehicleSession.h"
 
@@ -12,6 +16,7 @@
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
 
 #include <functional>
@@ -31,17 +36,14 @@ bool saveScreenshot(QWidget *widget, const QString &name);
 // The same, failing the running test when the picture could not be taken.
 void shoot(QWidget *widget, const QString &name);
 
-// A file's bytes, or "<missing>" so a comparison says what went wrong.
-QByteArray readAll(const QString &path);
+using TestFiles::odometers;
+using TestFiles::put;
+inline QByteArray readAll(const QString &path)
+{
+    return TestFiles::read(path);
+}
 
-// Writes a file whole, making its folder; fails the running test otherwise.
-void put(const QString &path, const QByteArray &bytes);
-
-// The odometers of a log file in their order, {-1} when it does not read.
-QList<double> odometers(const QString &path);
-
-// The drums of a whole-number counter showing the digits, red ones when alert.
-QList<int> whole(const char *digits, bool alert = false);
+using TestFiles::whole;
 
 // A list's column, or a box's entries, top to bottom.
 QStringList column(const QTreeWidget *list, int c = 0);
@@ -66,6 +68,23 @@ template<typename T> void onModal(QObject *context, std::function<void(T *)> the
     timer->start();
 }
 
+// Runs the action while the entry form it opens is answered by the script.
+template<typename Action, typename Script> void withForm(Action action, Script script)
+{
+    bool ran = false;
+    QTimer::singleShot(0, [&] {
+        auto *form = qobject_cast<EntryDialog *>(QApplication::activeModalWidget());
+        QVERIFY(form);
+        script(form);
+        ran = true;
+    });
+    action();
+    QVERIFY(ran);
+}
+
+// Types the odometer over the form's own and a quantity of 10, then saves.
+void fillAndSave(EntryDialog *form, const QString &odometer);
+
 // Help that is never shown: the walks are not about help.
 class NoHelp : public HelpLauncher
 {
@@ -75,10 +94,10 @@ public:
 
 // Everything one run of the program needs on a sandbox folder: memory settings stores, a fixed
 // clock and en_US formats. The session and the window are made when a walk asks for them.
-struct Sandbox
+struct Sandbox : TestContext
 {
     explicit Sandbox(quint32 now)
-        : clock(now)
+        : TestContext(now)
     { }
 
     QString data() const { return context.paths.dataFolder(); }
@@ -89,13 +108,6 @@ struct Sandbox
     // The main window over the started session.
     MainWindow &startWindow();
 
-    QTemporaryDir dir;
-    RecordingReporter reporter;
-    FixedClock clock;
-    TestLocaleFormats locale;
-    MemorySettingsStore options;
-    MemorySettingsStore preferences;
-    AppContext context { DevicePaths(dir.path()), reporter, clock, locale, options, preferences };
     ScriptedFileChooser chooser;
     NoHelp noHelp;
     HelpLauncher *help = &noHelp;

@@ -15,15 +15,14 @@ constexpr quint32 Now = 1773316800; // 2026-03-12 12:00:00 UTC
 
 CVCItem entry(CVCItem::EntryType type, double odometer, quint32 date)
 {
-    CVCItem item;
-    item.entryType = type;
-    item.typeText = type == CVCItem::Fuel ? u"Fuel"_s : u"Oil Change"_s;
-    item.odometer = odometer;
-    item.entryDate = date;
-    item.fuelQuantity = type == CVCItem::Fuel ? 10 : 0;
-    item.unitPrice = type == CVCItem::Fuel ? 3 : 0;
-    item.amount = 30;
-    return item;
+    const bool fuel = type == CVCItem::Fuel;
+    return { .entryType = type,
+             .odometer = odometer,
+             .entryDate = date,
+             .typeText = fuel ? u"Fuel"_s : u"Oil Change"_s,
+             .amount = 30,
+             .fuelQuantity = fuel ? 10.0 : 0.0,
+             .unitPrice = fuel ? 3.0 : 0.0 };
 }
 
 // The template's vehicle "My Car" with a fill-up in February, a repair and a fill-up in March.

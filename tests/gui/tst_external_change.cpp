@@ -7,7 +7,6 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QStringEncoder>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QtTest>
@@ -40,37 +39,11 @@ constexpr quint32 Day = 86400;
 
 CVCItem fuel(double odometer, quint32 date)
 {
-    CVCItem item;
-    item.entryType = CVCItem::Fuel;
-    item.typeText = u"Fuel"_s;
-    item.odometer = odometer;
-    item.fuelQuantity = 10;
-    item.fuelMeasure = u"Gallons"_s;
-    item.entryDate = date;
-    return item;
-}
-
-// The form the action opens, filled by the script once it is up.
-template<typename Action, typename Script> void withForm(Action action, Script script)
-{
-    bool ran = false;
-    QTimer::singleShot(0, [&] {
-        auto *form = qobject_cast<EntryDialog *>(QApplication::activeModalWidget());
-        QVERIFY(form);
-        script(form);
-        ran = true;
-    });
-    action();
-    QVERIFY(ran);
-}
-
-void fillAndSave(EntryDialog *form, const QString &odometer)
-{
-    auto *field = form->findChild<QLineEdit *>(u"odometer"_s);
-    field->selectAll();
-    QTest::keyClicks(field, odometer);
-    QTest::keyClicks(form->findChild<QLineEdit *>(u"quantity"_s), u"10"_s);
-    QTest::mouseClick(form->saveButton(), Qt::LeftButton);
+    return { .odometer = odometer,
+             .entryDate = date,
+             .typeText = u"Fuel"_s,
+             .fuelMeasure = u"Gallons"_s,
+             .fuelQuantity = 10 };
 }
 
 // The van with two fill-ups, opened in the main window; `boxes` shows real message boxes.
@@ -89,8 +62,7 @@ struct VanSandbox
         const QString ini
             = u"\r\n[VehicleList]\r\nVehicle0=Van\r\n\r\n[Van]\r\nVIN=VAN1\r\nStart Odometer=10000\r\n"
               "Distance=Mile\r\nEcono=MPG\r\nLiquid=US\r\n"_s;
-        put(folder + u"Velcora.ini"_s,
-            QStringEncoder(QStringEncoder::Utf16LE, QStringEncoder::Flag::WriteBom)(ini));
+        put(folder + u"Velcora.ini"_s, TestFiles::utf16(ini));
         put(folder + u"Lists.ini"_s, readAll(u":/install/Lists.ini"_s));
         LogArchive().write(log(), { fuel(10000, Now - 20 * Day), fuel(10300, Now - 10 * Day) });
         options.setValue(u"Options"_s, u"Name"_s, u"Van"_s);

@@ -23,22 +23,13 @@ namespace {
 
 constexpr quint32 Now = 1709640000; // 2024-03-05 12:00:00 UTC
 
-QByteArray logBytes(double odometer)
-{
-    CVCItem item;
-    item.entryType = CVCItem::Fuel;
-    item.typeText = u"Fuel"_s;
-    item.odometer = odometer;
-    return LogArchive::encode({ item });
-}
-
 struct BackupSandbox : Sandbox
 {
     BackupSandbox()
         : Sandbox(Now)
     {
         options.createKey(u"Options"_s);
-        put(data() + u"VAN1.vcb"_s, logBytes(12000));
+        put(data() + u"VAN1.vcb"_s, TestFiles::logBytes(12000));
         installTemplates();
         QDir().mkpath(root() + u"Storage Card"_s);
     }
@@ -97,7 +88,7 @@ void TestFullBackupDialog::backupToRememberedDrive()
     QCOMPARE(dialog.result(), int(QDialog::Accepted));
     QCOMPARE(column(dialog.filesList()), (QStringList { u"VAN1.vcb"_s, u"Lists.ini"_s, u"Velcora.ini"_s }));
     QCOMPARE(readAll(s.root() + u"Storage Card/Tarvane Backup/Tarvane Data Files/VAN1.vcb"_s),
-             logBytes(12000));
+             TestFiles::logBytes(12000));
     const QString question = FullBackup::backupQuestion();
     QCOMPARE(s.reporter.texts(), (QStringList { question, question, u"Backup Complete"_s }));
     QCOMPARE(s.reporter.messages().first().title, u"FULL BACKUP"_s);
@@ -133,7 +124,7 @@ void TestFullBackupDialog::restoreListsFilesAndStaysOpen()
 {
     BackupSandbox s;
     const QString backup = s.root() + u"Tarvane Backup/"_s;
-    put(backup + u"Tarvane Data Files/VAN1.vcb"_s, logBytes(15000));
+    put(backup + u"Tarvane Data Files/VAN1.vcb"_s, TestFiles::logBytes(15000));
     put(backup + u"Tarvane Data Files/BROKEN.vcb"_s, "not a log");
     put(backup + u"Tarvane Setup Files/Lists.ini"_s, readAll(u":/install/Lists.ini"_s));
     const auto noDrives = [] {
@@ -150,8 +141,8 @@ void TestFullBackupDialog::restoreListsFilesAndStaysOpen()
     QVERIFY(dialog.hasRun());
     QCOMPARE(column(dialog.filesList()),
              (QStringList { u"BROKEN.vcb: skipped, damaged"_s, u"VAN1.vcb"_s, u"Lists.ini"_s }));
-    QCOMPARE(readAll(s.data() + u"VAN1.vcb"_s), logBytes(15000));
-    QCOMPARE(readAll(s.data() + u"Before restore 20240305-120000/VAN1.vcb"_s), logBytes(12000));
+    QCOMPARE(readAll(s.data() + u"VAN1.vcb"_s), TestFiles::logBytes(15000));
+    QCOMPARE(readAll(s.data() + u"Before restore 20240305-120000/VAN1.vcb"_s), TestFiles::logBytes(12000));
     QVERIFY(s.reporter.texts().first().endsWith(u"Before restore 20240305-120000/\nConinue?"_s));
     dialog.resize(480, 640);
     shoot(&dialog, u"full-restore-480x640"_s);
@@ -184,8 +175,7 @@ void TestFullBackupDialog::mainScreenRecordsAndReloads()
     const QString ini = QStringDecoder(QStringDecoder::Utf16)(readAll(s.data() + u"Velcora.ini"_s));
     QString renamed = ini;
     renamed.replace(u"My Car"_s, u"Old Car"_s);
-    auto toUtf16 = QStringEncoder(QStringEncoder::Utf16LE, QStringEncoder::Flag::WriteBom);
-    put(s.root() + u"Tarvane Backup/Tarvane Setup Files/Velcora.ini"_s, toUtf16(renamed));
+    put(s.root() + u"Tarvane Backup/Tarvane Setup Files/Velcora.ini"_s, TestFiles::utf16(renamed));
     s.clock.set(Now + 3600);
     s.reporter.setNextAnswer(true);
     triggerAndRun(fullRestore);

@@ -20,10 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-quint32 utc(const char *iso)
-{
-    return quint32(QDateTime::fromString(QString::fromLatin1(iso), Qt::ISODate).toSecsSinceEpoch());
-}
+using TestFiles::utc;
 
 CVCItem entry(qint32 type, int icon, const QString &text, double odometer, const char *date)
 {
@@ -66,20 +63,6 @@ EntryList sampleLog()
              entry(CVCItem::Trip, 19, u"Trip"_s, 12450, "2026-11-23T07:45:00"),
              entry(CVCItem::Fuel, 0, u"Fuel"_s, 12700, "2026-11-24T17:10:00"),
              entry(CVCItem::Trip, 19, u"Trip"_s, 12800, "2026-11-25T08:00:00") };
-}
-
-// Runs the action while the form it opens is answered by the script.
-template<typename Action, typename Script> void withForm(Action action, Script script)
-{
-    bool ran = false;
-    QTimer::singleShot(0, [&] {
-        auto *form = qobject_cast<EntryDialog *>(QApplication::activeModalWidget());
-        QVERIFY(form);
-        script(form);
-        ran = true;
-    });
-    action();
-    QVERIFY(ran);
 }
 
 } // namespace
@@ -166,14 +149,7 @@ void TestHistory::walk()
 
     // Insert a fill-up in the ALL view: the question, then the form; placed before 12400.
     m_box->reporter.setNextAnswer(true);
-    withForm([&] { dialog->insertFuelOrRepair(); },
-             [](EntryDialog *form) {
-                 auto *odometer = form->findChild<QLineEdit *>(u"odometer"_s);
-                 odometer->selectAll();
-                 QTest::keyClicks(odometer, u"12380"_s);
-                 QTest::keyClicks(form->findChild<QLineEdit *>(u"quantity"_s), u"10"_s);
-                 QTest::mouseClick(form->saveButton(), Qt::LeftButton);
-             });
+    withForm([&] { dialog->insertFuelOrRepair(); }, [](EntryDialog *form) { fillAndSave(form, u"12380"_s); });
     QCOMPARE(odometers(vcb()),
              (QList<double> { 12000, 12050, 12100, 12350, 12380, 12400, 12450, 12700, 12800 }));
     QCOMPARE(dialog->selectedPosition(), 4);

@@ -37,23 +37,22 @@ public:
 
 CVCItem record(CVCItem::EntryType type, int icon, const QString &text, double odometer, quint32 date)
 {
-    CVCItem item;
-    item.entryType = type;
-    item.iconIndex = icon;
-    item.typeText = text;
-    item.odometer = odometer;
-    item.endOdometer = type == CVCItem::Trip ? odometer : 0;
-    item.entryDate = date;
-    return item;
+    return { .iconIndex = icon,
+             .entryType = type,
+             .odometer = odometer,
+             .entryDate = date,
+             .typeText = text,
+             .endOdometer = type == CVCItem::Trip ? odometer : 0 };
 }
 
 CVCItem fuel(double odometer, double gallons, double economy, quint32 date)
 {
-    CVCItem item = record(CVCItem::Fuel, 0, u"Fuel"_s, odometer, date);
-    item.fuelQuantity = gallons;
-    item.fuelMeasure = u"Gallons"_s;
-    item.economy = economy;
-    return item;
+    return { .odometer = odometer,
+             .entryDate = date,
+             .typeText = u"Fuel"_s,
+             .fuelMeasure = u"Gallons"_s,
+             .fuelQuantity = gallons,
+             .economy = economy };
 }
 
 // The log of the van: three full fill-ups (0, 30 and 25 MPG), an oil change 200 days ago and an
@@ -86,8 +85,7 @@ void prepareTwoVehicles(const QString &dataFolder)
     ini += vehicleSection(u"Van"_s, u"VAN1"_s, 10000, 180, 3000);
     ini += vehicleSection(u"Bike"_s, u"BIKE7"_s, 500, 0, 0);
     ini += u"\r\n[TripSettings]\r\nSortListBy=Date\r\n"_s;
-    auto utf16 = QStringEncoder(QStringEncoder::Utf16LE, QStringEncoder::Flag::WriteBom);
-    put(dataFolder + u"Velcora.ini"_s, utf16(ini));
+    put(dataFolder + u"Velcora.ini"_s, TestFiles::utf16(ini));
     put(dataFolder + u"Lists.ini"_s, readAll(u":/install/Lists.ini"_s));
     QVERIFY(LogArchive().write(dataFolder + u"VAN1.vcb"_s, vanLog()));
 }

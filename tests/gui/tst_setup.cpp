@@ -36,11 +36,7 @@ struct CarSandbox : Sandbox
         : Sandbox(Now)
     {
         QDir().mkpath(data());
-        CVCItem fill;
-        fill.odometer = 1200;
-        fill.fuelQuantity = 10;
-        fill.fuelMeasure = u"Gallons"_s;
-        fill.entryDate = Now;
+        CVCItem fill { .odometer = 1200, .entryDate = Now, .fuelMeasure = u"Gallons"_s, .fuelQuantity = 10 };
         LogArchive().write(carLog(), { fill });
         startSession().selectVehicle(u"My Car"_s);
         startWindow();

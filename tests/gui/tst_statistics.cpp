@@ -21,23 +21,18 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-quint32 at(int y, int m, int d)
-{
-    return static_cast<quint32>(QDateTime(QDate(y, m, d), QTime(12, 0), Qt::UTC).toSecsSinceEpoch());
-}
+using TestFiles::at;
 
 CVCItem entry(CVCItem::EntryType type, quint32 date, double odometer, double amount, double price = 0,
               double economy = 0)
 {
-    CVCItem item;
-    item.entryType = type;
-    item.typeText = type == CVCItem::Fuel ? u"Fuel"_s : u"Repair"_s;
-    item.entryDate = date;
-    item.odometer = odometer;
-    item.amount = amount;
-    item.unitPrice = price;
-    item.economy = economy;
-    return item;
+    return { .entryType = type,
+             .odometer = odometer,
+             .entryDate = date,
+             .typeText = type == CVCItem::Fuel ? u"Fuel"_s : u"Repair"_s,
+             .amount = amount,
+             .unitPrice = price,
+             .economy = economy };
 }
 
 // A year and a half of a van: a fill-up every three weeks, a repair every few months.

@@ -6,6 +6,7 @@
 
 #include "calc/DueCalendar.h"
 #include "calc/ServiceDue.h"
+#include "core/files_helper.h"
 #include "platform/Reporter.h"
 #include "settings/IniFile.h"
 
@@ -13,18 +14,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+using TestFiles::whole;
+
 // 2024-03-01 00:00:00 UTC; the tests run in UTC.
 constexpr quint32 Now = 1709251200;
 constexpr quint32 Jan16 = 1705363200; // 2024-01-16
 constexpr quint32 Oct1 = 1696118400; // 2023-10-01
-
-QList<int> whole(const char *digits, bool alert = false)
-{
-    QList<int> tiles;
-    for (const char *c = digits; *c; ++c)
-        tiles << (alert ? 211 : 198) + (*c - '0');
-    return tiles;
-}
 
 // A device that takes limit bytes and then refuses to write.
 class FailingBuffer : public QBuffer
@@ -140,10 +135,7 @@ void TestServiceDue::loadForScreen()
         QVERIFY(ini.Save(path));
         ini.Load(QString());
     }
-    const QByteArray before = [&] {
-        QFile f(path);
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-    }();
+    const QByteArray before = TestFiles::read(path);
 
     // The log knows a later tire rotation; the oil change it does not know keeps the file's values.
     LogScan scan;
@@ -159,9 +151,7 @@ void TestServiceDue::loadForScreen()
     expected.mileage[4] = 12000;
     expected.date[4] = Now;
     QCOMPARE(last, expected);
-    QFile f(path);
-    QVERIFY(f.open(QIODevice::ReadOnly));
-    QCOMPARE(f.readAll(), before);
+    QCOMPARE(TestFiles::read(path), before);
 
     // A file that does not load: the screen's own message and empty values, even with a scan.
     const QString missing = dir.filePath(u"none/Velcora.ini"_s);
@@ -226,24 +216,16 @@ void TestServiceDue::calendarWriteFailures()
     // A failed or refused write leaves what was there.
     QTemporaryDir dir;
     const QString path = dir.filePath(u"van.ics"_s);
-    {
-        QFile old(path);
-        QVERIFY(old.open(QIODevice::WriteOnly));
-        old.write("old");
-    }
+    TestFiles::put(path, "old");
     QVERIFY(!calendar.write(path, ServiceDueDates::all(VehicleSettings(), last, 0, Now)));
     QCOMPARE(calendar.errorString(), DueCalendar::nothingDueText());
     QVERIFY(!calendar.write(dir.filePath(u"no/such/folder/van.ics"_s), services));
     QVERIFY(calendar.errorString().startsWith(u"Unable to write the calendar file "_s));
-    QFile old(path);
-    QVERIFY(old.open(QIODevice::ReadOnly));
-    QCOMPARE(old.readAll(), QByteArray("old"));
+    QCOMPARE(TestFiles::read(path), QByteArray("old"));
     QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList { u"van.ics"_s });
 
     QVERIFY(calendar.write(path, services));
-    QFile written(path);
-    QVERIFY(written.open(QIODevice::ReadOnly));
-    QCOMPARE(written.readAll(), bytes);
+    QCOMPARE(TestFiles::read(path), bytes);
 }
 
 QTEST_GUILESS_MAIN(TestServiceDue)

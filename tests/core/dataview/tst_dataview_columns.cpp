@@ -1,5 +1,6 @@
 #include <QtTest>
 
+#include "core/files_helper.h"
 #include "dataview/DataViewColumns.h"
 #include "dataview/EntryTableModel.h"
 #include "dataview/ListAppearance.h"
@@ -13,62 +14,32 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-quint32 at(const char *iso)
-{
-    return quint32(QDateTime::fromString(QString::fromLatin1(iso), Qt::ISODate).toSecsSinceEpoch());
-}
+using TestFiles::record;
+using TestFiles::utc;
 
+// Dates: 2026-11-23 08:30, 2026-11-24 10:00, and a trip from 2026-11-20 08:15 to 2026-11-21 10:45.
 CVCItem fuel()
 {
-    CVCItem item;
-    item.entryType = CVCItem::Fuel;
-    item.odometer = 12345;
-    item.entryDate = at("2026-11-23T08:30:00");
-    item.typeText = u"Fuel"_s;
-    item.notes = u"Full tank"_s;
-    item.fuelMeasure = u"Gallons"_s;
-    item.station = u"Shell"_s;
-    item.temperature = 7;
-    item.amount = 34.13;
-    item.fuelQuantity = 10.5;
-    item.unitPrice = 3.25;
-    item.economy = 28.5;
-    return item;
+    return record("'odometer': 12345, 'entryDate': 1795422600, 'typeText': 'Fuel', 'notes': 'Full tank', "
+                  "'fuelMeasure': 'Gallons', 'station': 'Shell', 'temperature': 7, 'amount': 34.13, "
+                  "'fuelQuantity': 10.5, 'unitPrice': 3.25, 'economy': 28.5");
 }
 
 CVCItem repair()
 {
-    CVCItem item;
-    item.entryType = CVCItem::Maintenance;
-    item.iconIndex = 4;
-    item.odometer = 12400;
-    item.entryDate = at("2026-11-24T10:00:00");
-    item.typeText = u"Oil Change"_s;
-    item.station = u"Joe's Garage"_s;
-    item.invoice = u"INV-7"_s;
-    item.amount = 49.95;
-    item.notes = u"5W-30"_s;
-    return item;
+    return record(
+        "'iconIndex': 4, 'entryType': 1, 'odometer': 12400, 'entryDate': 1795514400, "
+        "'typeText': 'Oil Change', 'notes': '5W-30', 'station': 'Joe\\u0027s Garage', 'invoice': 'INV-7', "
+        "'amount': 49.95");
 }
 
 CVCItem trip()
 {
-    CVCItem item;
-    item.entryType = CVCItem::Trip;
-    item.iconIndex = 19;
-    item.odometer = 12000;
-    item.endOdometer = 12150;
-    item.entryDate = at("2026-11-20T08:15:00");
-    item.departTime = item.entryDate;
-    item.arriveTime = at("2026-11-21T10:45:00");
-    item.typeText = u"Trip"_s;
-    item.purpose = u"Client visit"_s;
-    item.destination = u"Springfield"_s;
-    item.contact = u"Ann"_s;
-    item.amount = 4.5;
-    item.parking = 12;
-    item.unitPrice = 51.75;
-    return item;
+    return record(
+        "'iconIndex': 19, 'entryType': 2, 'odometer': 12000, 'entryDate': 1795162500, "
+        "'typeText': 'Trip', 'purpose': 'Client visit', 'destination': 'Springfield', 'contact': 'Ann', "
+        "'departTime': 1795162500, 'arriveTime': 1795257900, 'amount': 4.5, 'unitPrice': 51.75, "
+        "'endOdometer': 12150, 'parking': 12");
 }
 
 QStringList split(const char *cells)
@@ -170,12 +141,12 @@ void TestDataViewColumns::model()
     QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
     const EntryList entries = { fuel(), trip(), repair(), fuel() };
     DataViewFilter filter;
-    model.setEntries(&entries, filter, at("2026-11-25T12:00:00"));
+    model.setEntries(&entries, filter, utc("2026-11-25T12:00:00"));
     QCOMPARE(model.rowCount(), 4);
     QCOMPARE(model.columnCount(), 17);
 
     filter.type = DataViewFilter::Maintenance;
-    model.setEntries(&entries, filter, at("2026-11-25T12:00:00"));
+    model.setEntries(&entries, filter, utc("2026-11-25T12:00:00"));
     QCOMPARE(model.rowCount(), 1);
     QCOMPARE(model.columnCount(), 8);
     QCOMPARE(model.headerData(1, Qt::Horizontal).toString(), u"Repair"_s);
@@ -189,7 +160,7 @@ void TestDataViewColumns::model()
 
     filter.type = DataViewFilter::Fuel;
     filter.period = DataViewFilter::Week;
-    model.setEntries(&entries, filter, at("2026-11-25T12:00:00"));
+    model.setEntries(&entries, filter, utc("2026-11-25T12:00:00"));
     QCOMPARE(model.rowCount(), 2);
     QCOMPARE(model.positionAt(1), 3);
     model.setEntries(nullptr, filter, 0);

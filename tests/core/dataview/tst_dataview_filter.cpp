@@ -1,5 +1,6 @@
 #include <QtTest>
 
+#include "core/files_helper.h"
 #include "dataview/DataViewFilter.h"
 #include "platform/Clock.h"
 #include "platform/Reporter.h"
@@ -11,17 +12,11 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // Tests run in UTC, so these are also the local times the filter sees.
-quint32 at(const char *iso)
-{
-    return quint32(QDateTime::fromString(QString::fromLatin1(iso), Qt::ISODate).toSecsSinceEpoch());
-}
+using TestFiles::utc;
 
 CVCItem dated(const char *iso, qint32 type = CVCItem::Fuel)
 {
-    CVCItem item;
-    item.entryType = type;
-    item.entryDate = at(iso);
-    return item;
+    return { .entryType = type, .entryDate = utc(iso) };
 }
 
 } // namespace
@@ -100,7 +95,7 @@ void TestDataViewFilter::periods()
     filter.period = DataViewFilter::Period(period);
     filter.startDate = QDate(2026, 11, 10);
     filter.endDate = QDate(2026, 11, 20);
-    const quint32 nowTime = at(now.toLatin1().constData());
+    const quint32 nowTime = utc(now.toLatin1().constData());
     const CVCItem item = dated(entry.toLatin1().constData());
     QCOMPARE(filter.lists(item, nowTime), listed);
     // The bulk path lists the same.
@@ -109,7 +104,7 @@ void TestDataViewFilter::periods()
 
 void TestDataViewFilter::types()
 {
-    const quint32 now = at("2026-11-23T12:00:00");
+    const quint32 now = utc("2026-11-23T12:00:00");
     const EntryList entries = {
         dated("2026-11-23T08:00:00", CVCItem::Fuel),        dated("2026-11-02T08:00:00", CVCItem::Trip),
         dated("2026-11-23T09:00:00", CVCItem::Maintenance), dated("2026-11-24T08:00:00", CVCItem::Trip),
@@ -171,7 +166,7 @@ void TestDataViewFilter::options()
 
     MemorySettingsStore store;
     NullReporter reporter;
-    FixedClock clock(at("2026-11-23T12:00:00"));
+    FixedClock clock(utc("2026-11-23T12:00:00"));
     Options options(store, reporter, clock);
     options.r5 = r5;
     options.r6 = r6;

@@ -5,6 +5,7 @@
 #include <QtTest>
 
 #include "ExportCase_helper.h"
+#include "core/files_helper.h"
 #include "export/CsvExport.h"
 #include "export/ExportSelection.h"
 #include "export/Exporter.h"
@@ -226,16 +227,12 @@ void TestExports::failedFileKeepsOldFile()
     QTemporaryDir dir;
     auto exporter = stoppedExporter(Exporter::Format(format), c.data);
     const QString target = dir.filePath(u"Van"_s + exporter->suffix());
-    QFile old(target);
-    QVERIFY(old.open(QIODevice::WriteOnly));
-    old.write("the export of last week");
-    old.close();
+    TestFiles::put(target, "the export of last week");
 
     RecordingReporter reporter;
     QVERIFY(!ExportRun::toFolder(*exporter, dir.path(), reporter));
     QCOMPARE(reporter.texts(), QStringList { message });
-    QVERIFY(old.open(QIODevice::ReadOnly));
-    QCOMPARE(old.readAll(), QByteArray("the export of last week"));
+    QCOMPARE(TestFiles::read(target), QByteArray("the export of last week"));
     QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList { u"Van"_s + exporter->suffix() });
 }
 
@@ -250,15 +247,11 @@ void TestExports::messagesAroundARun()
     RecordingReporter reporter;
 
     // An older export of the same name is replaced.
-    QFile old(folder + u"Van.csv"_s);
-    QVERIFY(old.open(QIODevice::WriteOnly));
-    old.write("the export of last week");
-    old.close();
+    TestFiles::put(folder + u"Van.csv"_s, "the export of last week");
     auto csv = createExporter(Exporter::Format::Csv, c.data);
     QVERIFY(!ExportRun::toFolder(*csv, QString(), reporter));
     QVERIFY(ExportRun::toFolder(*csv, folder, reporter));
-    QVERIFY(old.open(QIODevice::ReadOnly));
-    QVERIFY(old.readAll().startsWith("\"Type\",\"Odometer\""));
+    QVERIFY(TestFiles::read(folder + u"Van.csv"_s).startsWith("\"Type\",\"Odometer\""));
 
     // The page asks first; Cancel writes nothing.
     auto html = createExporter(Exporter::Format::Html, c.data);

@@ -1,16 +1,12 @@
-#include <QJsonDocument>
 #include <QtTest>
 
+#include "core/files_helper.h"
 #include "forms/FuelForm.h"
 #include "forms/MaintenanceForm.h"
 #include "forms/TripForm.h"
-#include "log/CVCItemJson.h"
 #include "platform/Reporter.h"
 
 using namespace Qt::StringLiterals;
-
-// The form values are written as aggregates that leave the fields not named at their defaults.
-#pragma GCC diagnostic ignored "-Wmissing-field-initializers"
 
 namespace {
 
@@ -40,25 +36,8 @@ QDateTime at(quint32 seconds)
     return QDateTime::fromSecsSinceEpoch(seconds);
 }
 
-// A record from the JSON of the fields that are set, written with single quotes; the rest are 0.
-CVCItem entry(const char *fields)
-{
-    QJsonParseError error;
-    const QByteArray text = QByteArray('{' + QByteArray(fields) + '}').replace('\'', '"');
-    const QJsonObject object = QJsonDocument::fromJson(text, &error).object();
-    const QJsonObject all = cvcItemToJson(CVCItem());
-    for (const QString &key : object.keys())
-        error.error = all.contains(key) ? error.error : QJsonParseError::IllegalValue;
-    if (error.error != QJsonParseError::NoError)
-        qFatal("Bad record fixture: %s", fields);
-    return cvcItemFromJson(object);
-}
-
-// Every field, so that a QCOMPARE shows which one differs.
-QString json(const CVCItem &item)
-{
-    return QString::fromUtf8(QJsonDocument(cvcItemToJson(item)).toJson(QJsonDocument::Compact));
-}
+using TestFiles::json;
+constexpr auto entry = &TestFiles::record;
 
 CVCItem newRecord(CVCItem::EntryType type)
 {

@@ -19,7 +19,6 @@ class TestPlatform : public QObject
 private slots:
     void cformatBehavesLikeC_data();
     void cformatBehavesLikeC();
-    void cformatLongOutput();
     void to8bitKeepsLowByte();
     void hostPathMapping_data();
     void hostPathMapping();
@@ -48,6 +47,8 @@ void TestPlatform::cformatBehavesLikeC_data()
     QTest::newRow("%3.2f") << cformat("%3.2f", 30.0) << u"30.00"_s;
     QTest::newRow("%s with UTF-8") << cformat("%s%s.vcb", "Tarvane Files/", "Z\xc3\xa9")
                                    << u"Tarvane Files/Zé.vcb"_s;
+    QTest::newRow("output longer than a buffer")
+        << cformat("[%s]", QByteArray(1000, 'x').constData()) << u'[' + QString(1000, u'x') + u']';
 }
 
 void TestPlatform::cformatBehavesLikeC()
@@ -55,12 +56,6 @@ void TestPlatform::cformatBehavesLikeC()
     QFETCH(QString, actual);
     QFETCH(QString, expected);
     QCOMPARE(actual, expected);
-}
-
-void TestPlatform::cformatLongOutput()
-{
-    const QByteArray longText(1000, 'x');
-    QCOMPARE(cformat("[%s]", longText.constData()), u'[' + QString::fromLatin1(longText) + u']');
 }
 
 void TestPlatform::to8bitKeepsLowByte()
@@ -154,6 +149,7 @@ void TestPlatform::preferencesDefaultsAndImmediateWrites()
     Preferences prefs2(other);
     QCOMPARE(prefs2.getString(u"ListAttributes"_s, u"LastBackupDate"_s, u"Unknown"_s), u"11/21/2026"_s);
     QCOMPARE(prefs2.getInt(u"ListAttributes"_s, u"Width0"_s, 60), 80);
+    QCOMPARE(prefs2.getString(u"Other"_s, u"LastBackupDate"_s, u"Unknown"_s), u"Unknown"_s);
 }
 
 void TestPlatform::localeFormats()

@@ -1,5 +1,6 @@
 // The option and preference stores' own INI codec against files QSettings itself writes: what
 // users already have must read back unchanged, and QSettings must read what we write.
+#include "core/files_helper.h"
 #include "platform/SettingsIniFormat.h"
 
 #include <QFile>
@@ -30,9 +31,7 @@ void TestSettingsIniFormat::sameTextAsQSettings()
         for (auto it = values.cbegin(); it != values.cend(); ++it)
             qt.setValue(it.key(), it.value());
     }
-    QFile file(qtFile);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QByteArray qtBytes = file.readAll();
+    const QByteArray qtBytes = TestFiles::read(qtFile);
     const QSettings::SettingsMap parsed = SettingsIniFormat::parse(qtBytes);
     QCOMPARE(parsed.value(u"Options/Path"_s).toString(), tricky);
     QCOMPARE(parsed.value(u"Options/R5"_s).toString(), u"3"_s);

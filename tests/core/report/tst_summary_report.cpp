@@ -2,6 +2,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "core/files_helper.h"
 #include "platform/LocaleFormats.h"
 #include "report/ReportHtml.h"
 #include "report/SummaryReport.h"
@@ -10,10 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-quint32 at(int y, int m, int d, int hour = 12)
-{
-    return quint32(QDateTime(QDate(y, m, d), QTime(hour, 0), Qt::UTC).toSecsSinceEpoch());
-}
+using TestFiles::at;
 
 CVCItem fuel(quint32 date, double odometer, double gallons, double price, bool full, double economy)
 {
@@ -223,9 +221,7 @@ void TestSummaryReport::html()
     QVERIFY(ReportHtml::save(
         path, SummaryReport::build(log, v, QDate(2025, 1, 1), QDate(2025, 12, 31), at(2026, 2, 1)), locale,
         &error));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll(), page.toUtf8());
+    QCOMPARE(TestFiles::read(path), page.toUtf8());
 
     // The sample the browser check prints.
     const QString sample = QStringLiteral(TARVANE_BINARY_DIR "/report");

@@ -1,6 +1,7 @@
 // Every writer on a full disk: each runs in a child process whose files can't grow past a few
 // bytes (RLIMIT_FSIZE with SIGXFSZ ignored, so writes fail with EFBIG as on a full file system).
 // The old file must come out byte for byte as it was and the failure must be reported.
+#include "core/files_helper.h"
 #include "log/LogArchive.h"
 #include "log/VehicleBackup.h"
 #include "log/VehicleLog.h"
@@ -43,12 +44,6 @@ int runWithFileLimit(rlim_t limit, const std::function<bool(QString *)> &writer)
     int status = 0;
     waitpid(pid, &status, 0);
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-}
-
-QByteArray readAll(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
 }
 
 QStringList folderNames(const QString &path)
@@ -157,17 +152,12 @@ void TestFullDisk::writers()
     using Writer = std::function<bool(const QString &, QString *)>;
     QFETCH(Writer, writer);
 
-    QVERIFY(QDir().mkpath(QFileInfo(file).absolutePath()));
-    {
-        QFile out(file);
-        QVERIFY(out.open(QIODevice::WriteOnly));
-        QCOMPARE(out.write(old), old.size());
-    }
+    TestFiles::put(file, old);
     const QStringList before = folderNames(QFileInfo(file).absolutePath());
     // Room for the old file's size but not for the new content.
     const int code = runWithFileLimit(rlim_t(old.size() + 8), [&](QString *m) { return writer(file, m); });
     QCOMPARE(code, Refused);
-    QCOMPARE(readAll(file), old);
+    QCOMPARE(TestFiles::read(file), old);
     // No temporary left behind either.
     QCOMPARE(folderNames(QFileInfo(file).absolutePath()), before);
 }
@@ -188,7 +178,7 @@ void TestFullDisk::unbufferedWritesAreChecked()
         return ok;
     });
     QCOMPARE(code, Refused);
-    QCOMPARE(readAll(path), QByteArray("old"));
+    QCOMPARE(TestFiles::read(path), QByteArray("old"));
 }
 
 void TestFullDisk::staleTemporariesRemoved()

@@ -3,6 +3,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "core/context_helper.h"
 #include "core/files_helper.h"
 #include "log/LogArchive.h"
 #include "session/VehicleSession.h"
@@ -35,13 +36,8 @@ void TestVehicleSession::dropDownRewritesOnlyAVehicleKeptElsewhere()
 {
     QFETCH(QString, directory);
     QFETCH(bool, rewritten);
-    QTemporaryDir root;
-    RecordingReporter reporter;
-    FixedClock clock(1'780'000'000);
-    TestLocaleFormats locale;
-    MemorySettingsStore options;
-    MemorySettingsStore preferences;
-    AppContext context { DevicePaths(root.path()), reporter, clock, locale, options, preferences };
+    TestContext run(1'780'000'000);
+    AppContext &context = run.context;
 
     const QString data = context.paths.dataFolder();
     {
@@ -50,17 +46,10 @@ void TestVehicleSession::dropDownRewritesOnlyAVehicleKeptElsewhere()
         first.start(false, u"My Car"_s);
         first.settings().SetString(u"My Car"_s, u"Directory"_s, directory);
     }
-    CVCItem oil;
-    oil.entryType = CVCItem::Maintenance;
-    oil.odometer = 1200;
-    oil.typeText = u"Oil Change"_s;
+    CVCItem oil { .entryType = CVCItem::Maintenance, .odometer = 1200, .typeText = u"Oil Change"_s };
     // Stray bytes after the archive: a save writes the archive alone, so they show a rewrite.
     const QByteArray onDisk = LogArchive::encode({ oil }) + QByteArray("stale");
-    {
-        QFile file(data + u"MYCAR0001.vcb"_s);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(onDisk);
-    }
+    TestFiles::put(data + u"MYCAR0001.vcb"_s, onDisk);
 
     VehicleSession session(context);
     QVERIFY(session.start(false, u"My Car"_s));
@@ -73,13 +62,8 @@ void TestVehicleSession::dropDownRewritesOnlyAVehicleKeptElsewhere()
 
 void TestVehicleSession::countersAndLastServices()
 {
-    QTemporaryDir root;
-    RecordingReporter reporter;
-    FixedClock clock(1'780'000'000);
-    TestLocaleFormats locale;
-    MemorySettingsStore options;
-    MemorySettingsStore preferences;
-    AppContext context { DevicePaths(root.path()), reporter, clock, locale, options, preferences };
+    TestContext run(1'780'000'000);
+    AppContext &context = run.context;
     const auto shown = [](const MainScreenFigures &f) {
         const auto one = [](const CounterState &c) {
             return c.noData ? u"No Data"_s : c.text;

@@ -4,12 +4,10 @@
 #include "core/files_helper.h"
 #include "platform/Clock.h"
 #include "platform/DevicePaths.h"
-#include "platform/Preferences.h"
 #include "platform/Reporter.h"
 #include "platform/SettingsStore.h"
 #include "settings/IniFile.h"
 #include "settings/Options.h"
-#include "settings/PreferenceSections.h"
 #include "settings/VehicleProfile.h"
 
 using namespace Qt::StringLiterals;
@@ -35,7 +33,6 @@ private slots:
     void toDword_data();
     void toDword();
     void roundTripThroughSandboxStore();
-    void preferences();
 };
 
 void TestOptions::loadWithoutKey()
@@ -266,29 +263,6 @@ void TestOptions::roundTripThroughSandboxStore()
     quint32 lastMileage = 0;
     QVERIFY(store.queryDword(optionsKey, u"LastMileage"_s, &lastMileage));
     QCOMPARE(lastMileage, 4294967295u);
-}
-
-void TestOptions::preferences()
-{
-    const QString section = PreferenceSections::listAttributes();
-    const QString key = u"BackupPath"_s;
-
-    QTemporaryDir dir;
-    QVERIFY(dir.isValid());
-    const DevicePaths paths(dir.path());
-    QSettingsStore writer(paths, u"Quellar"_s, u"Tarvane"_s);
-    Preferences prefs(writer);
-    QCOMPARE(prefs.getString(section, key, u"none"_s), u"none"_s);
-    QCOMPARE(prefs.getInt(section, key + u"Width"_s, 42), 42);
-
-    QVERIFY(prefs.writeString(section, key, u"\\Storage Card\\"_s));
-    QVERIFY(prefs.writeInt(section, key + u"Width"_s, 120));
-    // Written at once: a second store over the same sandbox sees it while the first is open.
-    QSettingsStore reader(paths, u"Quellar"_s, u"Tarvane"_s);
-    Preferences again(reader);
-    QCOMPARE(again.getString(section, key, u"none"_s), u"\\Storage Card\\"_s);
-    QCOMPARE(again.getInt(section, key + u"Width"_s, 42), 120);
-    QCOMPARE(again.getString(u"Other"_s, key, u"none"_s), u"none"_s);
 }
 
 QTEST_GUILESS_MAIN(TestOptions)

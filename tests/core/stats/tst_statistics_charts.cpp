@@ -3,6 +3,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "core/files_helper.h"
 #include "log/LogArchive.h"
 #include "platform/Reporter.h"
 #include "stats/ChartLog.h"
@@ -14,10 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-quint32 at(int y, int m, int d, int hour = 12)
-{
-    return static_cast<quint32>(QDateTime(QDate(y, m, d), QTime(hour, 0), Qt::UTC).toSecsSinceEpoch());
-}
+using TestFiles::at;
 
 CVCItem fuel(quint32 date, double odometer, double economy, double price, double amount, int notFull = 0)
 {
@@ -283,16 +281,14 @@ void TestStatisticsCharts::logReading()
     QCOMPARE(entries, carLog());
     QCOMPARE(reporter.texts(), QStringList());
     // A damaged log, and a VIN that would leave the folder.
-    QFile damaged(folder + u"BAD.vcb"_s);
-    QVERIFY(damaged.open(QIODevice::WriteOnly) && damaged.write("\x03\x00\xff", 3) == 3);
-    damaged.close();
+    TestFiles::put(folder + u"BAD.vcb"_s, QByteArray("\x03\x00\xff", 3));
     QVERIFY(!ChartLog::read(folder, u"BAD"_s, entries, reporter));
     QVERIFY(entries.empty());
     QVERIFY(!ChartLog::read(folder, u".."_s, entries, reporter));
     QCOMPARE(reporter.texts(),
              (QStringList { u"ERROR 100! Unable to open database "_s + folder + u"BAD.vcb"_s,
                             u"ERROR 100! Unable to open database "_s + folder + u"...vcb"_s }));
-    QCOMPARE(damaged.size(), 3);
+    QCOMPARE(TestFiles::read(folder + u"BAD.vcb"_s), QByteArray("\x03\x00\xff", 3));
 }
 
 QTEST_GUILESS_MAIN(TestStatisticsCharts)

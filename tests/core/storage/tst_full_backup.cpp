@@ -5,6 +5,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "core/context_helper.h"
 #include "core/files_helper.h"
 #include "log/LogArchive.h"
 #include "platform/AppContext.h"
@@ -19,18 +20,10 @@ namespace {
 constexpr quint32 Now = 1709640000; // 2024-03-05 12:00:00 UTC
 
 using Files = QMap<QString, QByteArray>;
+using TestFiles::logBytes;
 using TestFiles::put;
 using TestFiles::read;
 using TestFiles::snapshot;
-
-QByteArray logBytes(double odometer)
-{
-    CVCItem item;
-    item.entryType = CVCItem::Fuel;
-    item.typeText = u"Fuel"_s;
-    item.odometer = odometer;
-    return LogArchive::encode({ item });
-}
 
 // Gives the first `good` bytes, then fails, as a card pulled half way through a read would.
 class FailingSource : public QBuffer
@@ -57,15 +50,11 @@ private:
     qint64 m_good;
 };
 
-struct Sandbox
+struct Sandbox : TestContext
 {
-    QTemporaryDir dir;
-    RecordingReporter reporter;
-    FixedClock clock { Now };
-    TestLocaleFormats locale;
-    MemorySettingsStore options;
-    MemorySettingsStore preferences;
-    AppContext context { DevicePaths(dir.path()), reporter, clock, locale, options, preferences };
+    Sandbox()
+        : TestContext(Now)
+    { }
 
     QString root() const { return context.paths.root(); }
     QString data() const { return context.paths.dataFolder(); }
