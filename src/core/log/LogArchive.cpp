@@ -10,6 +10,7 @@
 #include <QtEndian>
 
 #include <cstring>
+#include <memory>
 #include <vector>
 
 #ifdef Q_OS_LINUX
@@ -269,36 +270,40 @@ bool LogArchive::encodeInChunks(const EntryList &entries,
     // Small enough to stay in the processor's cache between being made and being handed on.
     constexpr qsizetype ChunkSize = qsizetype(1) << 20;
     const quint32 count = quint32(entries.size());
-    std::vector<char> buffer(static_cast<size_t>(ChunkSize));
+    // Left uninitialised: a small log touches only the pages it fills.
+    qsizetype capacity = ChunkSize;
+    auto buffer = std::make_unique_for_overwrite<char[]>(size_t(capacity));
     qsizetype used = 0;
     const auto room = [&](qsizetype bytes) {
-        if (used + bytes <= qsizetype(buffer.size()))
+        if (used + bytes <= capacity)
             return true;
-        if (used > 0 && !sink(buffer.data(), used))
+        if (used > 0 && !sink(buffer.get(), used))
             return false;
         used = 0;
-        if (bytes > qsizetype(buffer.size()))
-            buffer.resize(size_t(bytes)); // a record with a very long text
+        if (bytes > capacity) { // a record with a very long text
+            capacity = bytes;
+            buffer = std::make_unique_for_overwrite<char[]>(size_t(capacity));
+        }
         return true;
     };
     {
-        Writer w(buffer.data());
+        Writer w(buffer.get());
         writeHeader(w, count);
-        used = w.position() - buffer.data();
+        used = w.position() - buffer.get();
     }
     for (size_t i = 0; i < entries.size(); ++i) {
         const qsizetype bytes = 2 + recordSize(entries[i]);
         if (!room(bytes))
             return false;
-        Writer w(buffer.data() + used);
+        Writer w(buffer.get() + used);
         writeEntry(w, entries[i], i == 0);
-        used = w.position() - buffer.data();
+        used = w.position() - buffer.get();
     }
     if (!room(2))
         return false;
-    Writer(buffer.data() + used).u16(0);
+    Writer(buffer.get() + used).u16(0);
     used += 2;
-    return sink(buffer.data(), used);
+    return sink(buffer.get(), used);
 }
 
 bool LogArchive::decode(const QByteArray &bytes, EntryList &entries, const QString &sourceName)
