@@ -1,6 +1,6 @@
 #include <QTemporaryDir>
-#include <QThread>
 #include <QTest>
+#include <QThread>
 
 #include "platform/CFormat.h"
 #include "platform/ContentHash.h"
