@@ -2,7 +2,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QHashFunctions>
 #include <QIODevice>
 
 #include "LogArchive.h"
@@ -114,7 +113,7 @@ bool VehicleLog::open(const QString &dataFolder, const QString &vin, const LogSc
             reporter.error(openError(path) + u'\n' + archive.errorString());
             loaded = false;
         } else {
-            rememberDisk(path, empty);
+            m_disk = FileFingerprint(path, empty);
         }
     }
     m_scan = scanEntries(m_entries, settings);
@@ -163,14 +162,14 @@ bool VehicleLog::append(const QString &dataFolder, const QString &vin, const CVC
     // Under the lock the file is read again, so an entry another program added meanwhile stays.
     if (changedOnDisk(path)) {
         EntryList current;
-        QByteArray bytes;
+        // A file that is gone holds nothing, as a new log would.
+        FileFingerprint disk(path, QByteArray());
         LogArchive archive;
         QString reason;
         QFile file(path);
         if (QFileInfo::exists(path)) {
             if (!AtomicFile::checkReadable(path, LogArchive::MaxFileSize, &reason)
-                || !file.open(QIODevice::ReadOnly)
-                || !archive.decode(bytes = file.readAll(), current, path)) {
+                || !file.open(QIODevice::ReadOnly) || !archive.read(&file, current, path, &disk)) {
                 const QString why = reason.isEmpty() ? archive.errorString() : reason;
                 reporter.error(QString::fromUtf8(SaveError105) + u'\n'
                                + (why.isEmpty() ? openError(path) : why));
@@ -178,7 +177,7 @@ bool VehicleLog::append(const QString &dataFolder, const QString &vin, const CVC
             }
         }
         m_entries = std::move(current);
-        rememberDisk(path, bytes);
+        m_disk = disk;
     }
     if (m_fresh)
         m_entries.clear();
@@ -201,11 +200,6 @@ bool VehicleLog::writeLocked(const QString &path, Reporter &reporter)
     m_disk = written;
     m_fresh = false;
     return true;
-}
-
-void VehicleLog::rememberDisk(const QString &path, const QByteArray &bytes)
-{
-    m_disk = FileFingerprint(path, bytes);
 }
 
 bool VehicleLog::changedOnDisk() const

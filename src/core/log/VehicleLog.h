@@ -80,7 +80,6 @@ public:
 
 private:
     bool writeLocked(const QString &path, Reporter &reporter);
-    void rememberDisk(const QString &path, const QByteArray &bytes);
     bool changedOnDisk(const QString &path) const;
 
     EntryList m_entries;

@@ -12,11 +12,6 @@
 #endif
 
 namespace {
-quint64 hashOf(const QByteArray &bytes)
-{
-    return ContentHash::of(bytes);
-}
-
 #ifdef Q_OS_UNIX
 qint64 nanoseconds(const timespec &t)
 {
@@ -56,7 +51,7 @@ FileFingerprint::Stamp FileFingerprint::stampOf(const QString &path)
 FileFingerprint::FileFingerprint(const QString &path, const QByteArray &bytes)
     : m_path(path)
     , m_size(bytes.size())
-    , m_hash(hashOf(bytes))
+    , m_hash(ContentHash::of(bytes))
     , m_stamp(stampOf(path))
 { }
 
@@ -95,7 +90,7 @@ qint64 FileFingerprint::readStart()
 
 bool FileFingerprint::matches(const QByteArray &bytes) const
 {
-    return !isNull() && bytes.size() == m_size && hashOf(bytes) == m_hash;
+    return !isNull() && bytes.size() == m_size && ContentHash::of(bytes) == m_hash;
 }
 
 bool FileFingerprint::changedOnDisk(qint64 maxSize) const
@@ -115,11 +110,11 @@ bool FileFingerprint::changedOnDisk(qint64 maxSize) const
         || file.size() != m_size)
         return true;
     if (m_size == 0)
-        return m_hash != hashOf(QByteArray());
+        return m_hash != ContentHash::of(QByteArray());
     const uchar *map = file.map(0, m_size);
     const QByteArray bytes
         = map ? QByteArray::fromRawData(reinterpret_cast<const char *>(map), m_size) : file.readAll();
-    const bool changed = bytes.size() != m_size || hashOf(bytes) != m_hash;
+    const bool changed = bytes.size() != m_size || ContentHash::of(bytes) != m_hash;
     if (map)
         file.unmap(const_cast<uchar *>(map));
     return changed;
